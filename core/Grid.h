@@ -1,0 +1,105 @@
+#pragma once
+
+#include "core/Controls.h"
+
+#include <QVariantMap>
+
+namespace vantrel {
+
+class Database;
+
+// A grid's drop-down list: its own control, named as the system names it (BrandDD, SymbolDD).
+class DropDown : public ListControl {
+    Q_OBJECT
+public:
+    DropDown(Screen& screen, const QString& name, int index = -1);
+};
+
+struct GridColumn {
+    int number = 0;  // the system's number of the column
+    QString field;   // the column of the staging table
+    QString caption; // heading
+    bool locked = false;
+    bool visible = true;
+    bool checkBox = false;
+    QString dropDown; // name of the drop-down list serving this column, if any
+    int width = 0;    // in characters, a hint for the view
+};
+
+// A grid bound to a staging table. Rows are edited in a buffer; leaving an edited row commits it to the
+// table (its rule may refuse), so the table always holds what the grid shows.
+class Grid : public Control {
+    Q_OBJECT
+public:
+    Grid(Screen& screen, const QString& name, int index = -1);
+
+    void addColumn(GridColumn column);
+    const std::vector<GridColumn>& columns() const { return m_columns; }
+    const GridColumn* column(int number) const;
+    const GridColumn* columnByField(const QString& field) const;
+    // A column addressed by its number or by its field name.
+    const GridColumn* findColumn(const QString& numberOrField) const;
+
+    void bind(Database& db, const QString& table, const QString& orderBy = {});
+    // Reads the staging table again; the current row goes back to the first.
+    void reload();
+    const QString& table() const { return m_table; }
+
+    bool allowAdd = true;
+    bool allowDelete = true;
+    bool locked = false;
+
+    // Stored rows; the empty new line at the end is not counted.
+    int rowCount() const { return static_cast<int>(m_rows.size()); }
+    // 0-based current row; rowCount() is the new line.
+    int currentRow() const { return m_current; }
+    bool onNewLine() const { return m_current == rowCount(); }
+    int currentColumn() const { return m_column; }
+    bool dirty() const { return m_dirty; }
+
+    QVariant cell(int row, const QString& field) const;
+    QString cellText(int row, int columnNumber) const;
+    // The current row's values, as edited.
+    QVariant value(const QString& field) const;
+    QString text(const QString& field) const;
+    // The logic sets a field of the current row.
+    void setValue(const QString& field, const QVariant& value);
+
+    // What the person does. Each returns false when a rule refused and the grid stayed where it was.
+    bool goToRow(int row);
+    bool goToNewLine() { return goToRow(rowCount()); }
+    bool editCell(int columnNumber, const QString& text);
+    bool pick(int columnNumber, const QStringList& values);
+    bool tick(int columnNumber, bool on);
+    bool commit();
+    bool deleteRow();
+    // Leaves the grid: an edited row is committed first.
+    bool leave() { return commit(); }
+
+    // Rules of the screen.
+    std::function<bool(int columnNumber)> onColumnLeave;
+    std::function<bool()> onCommit;
+    std::function<void()> onAfterCommit;
+    std::function<bool()> onDelete;
+    std::function<void(int columnNumber, const ListRow& row)> onPick;
+    std::function<void()> onRowChange;
+
+private:
+    struct RowData {
+        qint64 rowid = 0;
+        QVariantMap values;
+    };
+    bool store();
+    void setCurrentColumn(int number);
+    Database* m_db = nullptr;
+    QString m_table;
+    QString m_orderBy;
+    std::vector<GridColumn> m_columns;
+    std::vector<RowData> m_rows;
+    RowData m_buffer;
+    int m_current = 0;
+    int m_column = 0;
+    bool m_dirty = false;
+};
+
+} // namespace vantrel

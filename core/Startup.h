@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QString>
+
+namespace vantrel {
+
+class Process;
+class Screen;
+struct ProcessState;
+
+// The title of the main window's design, before the clinic user's name.
+inline constexpr char16_t kDesignTitle[] = u"Vantrel 3.0";
+
+// The program's entry: from the single-instance test to the main window. `programFolder` is the folder
+// of the program file.
+void Main(Process& process, int runMode, const QString& programFolder);
+
+// The only exit routine: every way of leaving the program passes here.
+void ExitApplication(Process& process);
+
+// Reads the Control row into the process and makes sure the clinic user's prescriber row exists.
+bool LoadControlParameters(Process& process);
+void EnsureClinicPrescriber(Process& process);
+
+// The paths below the program's folder, and the image folders made when missing.
+void SetPaths(ProcessState& state, const QString& programFolder);
+void PrepareImageFolders(ProcessState& state);
+
+// Opens the database of the process, as start-up and the database utilities do.
+bool OpenDatabase(Process& process, QString* error);
+
+// "Dr. Anil Mehta" from "DR. ANIL MEHTA": the first letter of every word raised, the rest lowered.
+QString ProperCase(const QString& text);
+
+// Puts the screen's caption in the main window's title and clears the screen's own.
+void SetScreenTitle(Screen& screen);
+
+// The colour pair of a screen family ("Master", "Utility", ...) as the clinic set it, as colour values.
+struct ColourPair {
+    bool valid = false;
+    unsigned fore = 0;
+    unsigned back = 0;
+};
+ColourPair FamilyColours(Process& process, const QString& family);
+
+} // namespace vantrel
