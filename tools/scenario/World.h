@@ -83,7 +83,7 @@ public:
     ~World();
 
     bool ready() const { return m_dir.isValid(); }
-    QString folder() const { return m_dir.path() + u"/"_s; }
+    QString folder() const { return m_dir.path() + QStringLiteral("/"); }
     bool useDatabase(const QString& kind, QString* error);
 
     Process& process() { return *m_process; }
