@@ -1,5 +1,7 @@
 #include "core/Lookup.h"
 
+#include "core/Host.h"
+#include "core/Process.h"
 #include "store/Database.h"
 
 using namespace Qt::StringLiterals;
@@ -10,5 +12,37 @@ QString BrandName(Database& db, qint64 code) {
     const QVariant name = db.scalar(u"SELECT A.Name FROM GenericName A WHERE A.Code = ?"_s, {code});
     return name.isNull() ? QString() : name.toString();
 }
+
+void ClearPhysicalObservations(ProcessState& state) {
+    for (PhysicalEntry& entry : state.PhysicalList)
+        entry.Observation.clear();
+}
+
+void LoadPhysicalObservations(ProcessState& state, const QString& kind, qint64 code, const QString& visitNo) {
+    ClearPhysicalObservations(state);
+    Rows rows;
+    if (kind == u"P"_s)
+        rows = state.OpenDb.select(u"SELECT PhysicalCode, Observation FROM PatientPhysical WHERE PatientCode = ?"_s,
+                                   {code});
+    else if (kind == u"D"_s)
+        rows = state.OpenDb.select(
+            u"SELECT PhysicalCode, Observation FROM PresPhysical WHERE PrescriptionCode = ?"_s, {code});
+    else if (kind == u"V"_s)
+        rows = state.OpenDb.select(u"SELECT PhysicalCode, Observation FROM VisitPhysical WHERE VisitNo = ?"_s,
+                                   {visitNo});
+    for (const Row& row : rows) {
+        const qint64 physical = row.integer(u"PhysicalCode"_s);
+        for (PhysicalEntry& entry : state.PhysicalList) {
+            if (entry.Code == physical) {
+                entry.Observation = row.text(u"Observation"_s);
+                break;
+            }
+        }
+    }
+}
+
+void ShowHelpContents(Process& process) { process.host.showHelp(process.state.HelpFile, 1); }
+
+void ShowHelpIndex(Process& process) { process.host.showHelp(process.state.HelpFile, 2); }
 
 } // namespace vantrel

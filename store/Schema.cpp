@@ -84,10 +84,16 @@ bool setUserVersion(QSqlDatabase& db, int version, QString* error) {
     return run(db, u"PRAGMA user_version = %1"_s.arg(version), error);
 }
 
+// The file also declares each staging table, empty, so that its schema shows every table of the system.
+// The live staging tables are the TEMP ones of each connection, which shadow these declarations.
 bool createPermanentTables(QSqlDatabase& db, QString* error) {
     for (const Table& table : tables()) {
-        if (table.staging)
+        if (table.staging) {
+            if (!run(db, createStatement(table).replace(u"CREATE TEMP TABLE IF NOT EXISTS"_s, u"CREATE TABLE"_s),
+                     error))
+                return false;
             continue;
+        }
         if (!run(db, createStatement(table), error))
             return false;
         for (const Index& index : table.indexes) {

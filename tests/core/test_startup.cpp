@@ -1,3 +1,4 @@
+#include "core/Lookup.h"
 #include "core/Startup.h"
 #include "tests/support/Fakes.h"
 
@@ -140,6 +141,30 @@ TEST_F(StartupTest, TheMainWindowRefusesEveryCloseButTheProgramsOwn) {
     ExitApplication(world.process);
     EXPECT_FALSE(world.process.isOpen(u"MainForm"_s));
     EXPECT_FALSE(state().OpenDb.isOpen());
+}
+
+TEST_F(StartupTest, ObservationsOfOneOwnerFillTheListAndUnknownExaminationsAreSkipped) {
+    world.sql(u"INSERT INTO Physical (Code, Name) VALUES (1, 'PULSE'), (2, 'CHEST')"_s);
+    world.sql(u"INSERT INTO PatientPhysical (PatientCode, PhysicalCode, Observation) VALUES (5, 1, '72/MIN'), "
+              "(5, 9, 'GONE'), (6, 2, 'CLEAR')"_s);
+    world.sql(u"INSERT INTO PresPhysical (PrescriptionCode, PhysicalCode, Observation) VALUES (5, 2, 'WHEEZE')"_s);
+    world.sql(u"INSERT INTO VisitPhysical (VisitNo, PhysicalCode, Observation) VALUES ('20260100001', 1, '90')"_s);
+    openDatabase();
+    ASSERT_TRUE(LoadControlParameters(world.process));
+    const auto observations = [this] {
+        QStringList list;
+        for (const PhysicalEntry& e : state().PhysicalList)
+            list.append(e.Name + u'=' + e.Observation);
+        return list;
+    };
+    LoadPhysicalObservations(state(), u"P"_s, 5);
+    EXPECT_EQ(observations(), (QStringList{u"CHEST="_s, u"PULSE=72/MIN"_s}));
+    LoadPhysicalObservations(state(), u"D"_s, 5);
+    EXPECT_EQ(observations(), (QStringList{u"CHEST=WHEEZE"_s, u"PULSE="_s}));
+    LoadPhysicalObservations(state(), u"V"_s, 0, u"20260100001"_s);
+    EXPECT_EQ(observations(), (QStringList{u"CHEST="_s, u"PULSE=90"_s}));
+    ClearPhysicalObservations(state());
+    EXPECT_EQ(observations(), (QStringList{u"CHEST="_s, u"PULSE="_s}));
 }
 
 TEST(ProperCase, RaisesTheFirstLetterOfEveryWordAndLowersTheRest) {
