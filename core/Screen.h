@@ -6,6 +6,7 @@
 #include <QObject>
 #include <QVariantMap>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace vantrel {
@@ -59,6 +60,7 @@ public:
         auto control = std::make_unique<T>(*this, name, std::forward<Args>(args)...);
         T& ref = *control;
         m_controls.push_back(std::move(control));
+        Q_EMIT controlAdded(&ref);
         return ref;
     }
     Control* control(const QString& name, int index = -1) const;
@@ -86,6 +88,25 @@ public:
     bool click(Control& control);
     bool choose(ComboBox& combo, const QStringList& values);
     bool changeTab(TabStrip& strip, int page);
+    // The person makes a row of a list current and, when `tick` holds a value, ticks or clears it; the
+    // list's click runs.
+    bool selectRow(ListControl& list, int row, std::optional<bool> tick = std::nullopt) {
+        if (!moveFocus(&list))
+            return false;
+        list.setCurrent(row);
+        if (tick)
+            list.setTicked(row, *tick);
+        if (list.onClick)
+            list.onClick();
+        return true;
+    }
+    // The person sets the date of a date box, or clears it with a null date.
+    bool setDate(DateBox& box, const QDate& date) {
+        if (!moveFocus(&box))
+            return false;
+        box.setDate(date);
+        return true;
+    }
 
     // Values handed in by the opener and out to it.
     QVariantMap inputs;
