@@ -68,7 +68,9 @@ bool ClinicParameters::read(Database& db, int runMode, QString* error) {
     return true;
 }
 
-bool ClinicParameters::has(const QString& column) const { return m_values.contains(column); }
+bool ClinicParameters::has(const QString& column) const {
+    return m_values.contains(column);
+}
 
 QVariant ClinicParameters::raw(const QString& column) const {
     const auto it = m_values.constFind(column);
@@ -82,9 +84,13 @@ QVariant ClinicParameters::raw(const QString& column) const {
     return {};
 }
 
-QString ClinicParameters::text(const QString& column) const { return raw(column).toString(); }
+QString ClinicParameters::text(const QString& column) const {
+    return raw(column).toString();
+}
 
-bool ClinicParameters::flag(const QString& column) const { return integer(column) != 0; }
+bool ClinicParameters::flag(const QString& column) const {
+    return integer(column) != 0;
+}
 
 qint64 ClinicParameters::integer(const QString& column) const {
     const QVariant v = raw(column);
@@ -100,6 +106,8 @@ double ClinicParameters::number(const QString& column) const {
     return v.toDouble();
 }
 
-void ClinicParameters::set(const QString& column, const QVariant& value) { m_values.insert(column, value); }
+void ClinicParameters::set(const QString& column, const QVariant& value) {
+    m_values.insert(column, value);
+}
 
 } // namespace vantrel

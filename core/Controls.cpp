@@ -9,7 +9,9 @@ namespace vantrel {
 Control::Control(Screen& screen, ControlKind kind, const QString& name, int index)
     : m_screen(screen), m_kind(kind), m_name(name), m_index(index) {}
 
-QString Control::fullName() const { return m_index < 0 ? m_name : u"%1(%2)"_s.arg(m_name).arg(m_index); }
+QString Control::fullName() const {
+    return m_index < 0 ? m_name : u"%1(%2)"_s.arg(m_name).arg(m_index);
+}
 
 void Control::setEnabled(bool on) {
     if (m_enabled != on) {
@@ -111,9 +113,11 @@ void OptionButton::setValue(bool on) {
     }
 }
 
-Button::Button(Screen& screen, const QString& name, int index) : Control(screen, ControlKind::Button, name, index) {}
+Button::Button(Screen& screen, const QString& name, int index)
+    : Control(screen, ControlKind::Button, name, index) {}
 
-Label::Label(Screen& screen, const QString& name, int index, ControlKind kind) : Control(screen, kind, name, index) {
+Label::Label(Screen& screen, const QString& name, int index, ControlKind kind)
+    : Control(screen, kind, name, index) {
     setTabStop(false);
 }
 
@@ -141,7 +145,9 @@ void DateBox::setDate(const QDate& date) {
         onChange();
 }
 
-QString DateBox::text() const { return m_date.isValid() ? m_date.toString(u"dd-MMM-yyyy"_s) : QString(); }
+QString DateBox::text() const {
+    return m_date.isValid() ? m_date.toString(u"dd-MMM-yyyy"_s) : QString();
+}
 
 ListControl::ListControl(Screen& screen, ControlKind kind, const QString& name, int index)
     : Control(screen, kind, name, index) {}
@@ -160,7 +166,9 @@ void ListControl::setCurrent(int row) {
     }
 }
 
-QVariant ListControl::currentCode() const { return m_current >= 0 ? m_rows.at(m_current).code : QVariant(); }
+QVariant ListControl::currentCode() const {
+    return m_current >= 0 ? m_rows.at(m_current).code : QVariant();
+}
 
 int ListControl::findRow(const QStringList& values) const {
     for (int r = 0; r < count(); ++r) {
@@ -189,7 +197,8 @@ void ListControl::setTicked(int row, bool on) {
     }
 }
 
-ComboBox::ComboBox(Screen& screen, const QString& name, int index) : ListControl(screen, ControlKind::Combo, name, index) {}
+ComboBox::ComboBox(Screen& screen, const QString& name, int index)
+    : ListControl(screen, ControlKind::Combo, name, index) {}
 
 void ComboBox::setText(const QString& text) {
     if (m_text == text)
@@ -207,7 +216,8 @@ void ComboBox::choose(int row) {
         onClick();
 }
 
-ListBox::ListBox(Screen& screen, const QString& name, int index) : ListControl(screen, ControlKind::List, name, index) {}
+ListBox::ListBox(Screen& screen, const QString& name, int index)
+    : ListControl(screen, ControlKind::List, name, index) {}
 
 TabStrip::TabStrip(Screen& screen, const QString& name, int index)
     : Control(screen, ControlKind::TabStrip, name, index) {}

@@ -16,7 +16,20 @@ namespace vantrel {
 
 class Screen;
 
-enum class ControlKind { TextBox, CheckBox, Option, Combo, List, Button, DateBox, TabStrip, Grid, Label, Frame, Image };
+enum class ControlKind {
+    TextBox,
+    CheckBox,
+    Option,
+    Combo,
+    List,
+    Button,
+    DateBox,
+    TabStrip,
+    Grid,
+    Label,
+    Frame,
+    Image
+};
 
 // Keys as the screens see them: printable characters and the control characters by their codes
 // (8 Backspace, 9 Tab, 10 Ctrl+Enter, 13 Enter, 27 Escape), the others as named keys.

@@ -12,9 +12,12 @@ DropDown::DropDown(Screen& screen, const QString& name, int index)
     setTabStop(false);
 }
 
-Grid::Grid(Screen& screen, const QString& name, int index) : Control(screen, ControlKind::Grid, name, index) {}
+Grid::Grid(Screen& screen, const QString& name, int index)
+    : Control(screen, ControlKind::Grid, name, index) {}
 
-void Grid::addColumn(GridColumn column) { m_columns.push_back(std::move(column)); }
+void Grid::addColumn(GridColumn column) {
+    m_columns.push_back(std::move(column));
+}
 
 const GridColumn* Grid::column(int number) const {
     for (const GridColumn& c : m_columns) {
@@ -49,7 +52,8 @@ void Grid::reload() {
     m_rows.clear();
     if (m_db) {
         const QString order = m_orderBy.isEmpty() ? u"rowid"_s : m_orderBy;
-        for (const Row& row : m_db->select(u"SELECT rowid AS GridRowId, * FROM \"%1\" ORDER BY %2"_s.arg(m_table, order))) {
+        for (const Row& row :
+             m_db->select(u"SELECT rowid AS GridRowId, * FROM \"%1\" ORDER BY %2"_s.arg(m_table, order))) {
             RowData data;
             data.rowid = row.integer(u"GridRowId"_s);
             for (const QString& column : row.columns()) {
@@ -200,7 +204,8 @@ bool Grid::store() {
         QStringList marks;
         for (qsizetype i = 0; i < fields.size(); ++i)
             marks.append(u"?"_s);
-        const QString sql = u"INSERT INTO \"%1\" (%2) VALUES (%3)"_s.arg(m_table, fields.join(u", "_s), marks.join(u", "_s));
+        const QString sql =
+            u"INSERT INTO \"%1\" (%2) VALUES (%3)"_s.arg(m_table, fields.join(u", "_s), marks.join(u", "_s));
         if (m_db->execute(sql, values) < 0)
             return false;
         m_buffer.rowid = m_db->lastInsertId();

@@ -22,8 +22,8 @@ void LoadPhysicalObservations(ProcessState& state, const QString& kind, qint64 c
     ClearPhysicalObservations(state);
     Rows rows;
     if (kind == u"P"_s)
-        rows = state.OpenDb.select(u"SELECT PhysicalCode, Observation FROM PatientPhysical WHERE PatientCode = ?"_s,
-                                   {code});
+        rows = state.OpenDb.select(
+            u"SELECT PhysicalCode, Observation FROM PatientPhysical WHERE PatientCode = ?"_s, {code});
     else if (kind == u"D"_s)
         rows = state.OpenDb.select(
             u"SELECT PhysicalCode, Observation FROM PresPhysical WHERE PrescriptionCode = ?"_s, {code});
@@ -41,8 +41,12 @@ void LoadPhysicalObservations(ProcessState& state, const QString& kind, qint64 c
     }
 }
 
-void ShowHelpContents(Process& process) { process.host.showHelp(process.state.HelpFile, 1); }
+void ShowHelpContents(Process& process) {
+    process.host.showHelp(process.state.HelpFile, 1);
+}
 
-void ShowHelpIndex(Process& process) { process.host.showHelp(process.state.HelpFile, 2); }
+void ShowHelpIndex(Process& process) {
+    process.host.showHelp(process.state.HelpFile, 2);
+}
 
 } // namespace vantrel

@@ -16,7 +16,8 @@ void ClearPhysicalObservations(ProcessState& state);
 
 // Clears the list, then puts the observations of one owner at their examinations: kind "P" a patient,
 // "D" a prescription (both by code), "V" a visit (by number). Examinations not in the list are skipped.
-void LoadPhysicalObservations(ProcessState& state, const QString& kind, qint64 code, const QString& visitNo = {});
+void LoadPhysicalObservations(ProcessState& state, const QString& kind, qint64 code,
+                              const QString& visitNo = {});
 
 // The help file, opened on its contents or on its index.
 void ShowHelpContents(Process& process);

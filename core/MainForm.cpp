@@ -14,7 +14,8 @@ public:
 
     void load() override {
         ProcessState& s = state();
-        s.AppTitle = QString::fromUtf16(kDesignTitle) + u" - "_s + ProperCase(s.Params.text(u"Clinic_User"_s));
+        s.AppTitle =
+            QString::fromUtf16(kDesignTitle) + u" - "_s + ProperCase(s.Params.text(u"Clinic_User"_s));
         host().setMainTitle(s.AppTitle);
         if (!s.RestoreOnly)
             process().open(s.RunMode == 2 ? u"OPDSlide"_s : u"Slide"_s);

@@ -14,9 +14,13 @@ ScreenRegistry& ScreenRegistry::instance() {
     return registry;
 }
 
-void ScreenRegistry::add(const QString& name, ScreenFactory factory) { m_factories[name.toUpper()] = std::move(factory); }
+void ScreenRegistry::add(const QString& name, ScreenFactory factory) {
+    m_factories[name.toUpper()] = std::move(factory);
+}
 
-bool ScreenRegistry::has(const QString& name) const { return m_factories.count(name.toUpper()) > 0; }
+bool ScreenRegistry::has(const QString& name) const {
+    return m_factories.count(name.toUpper()) > 0;
+}
 
 std::unique_ptr<Screen> ScreenRegistry::create(const QString& name, Process& process) const {
     const auto it = m_factories.find(name.toUpper());
@@ -95,7 +99,9 @@ bool Process::requestClose(Screen& screen) {
     return true;
 }
 
-bool Process::isOpen(const QString& name) const { return find(name) != nullptr; }
+bool Process::isOpen(const QString& name) const {
+    return find(name) != nullptr;
+}
 
 Screen* Process::find(const QString& name) const {
     for (const auto& s : m_open) {
@@ -112,18 +118,22 @@ std::vector<Screen*> Process::openScreens() const {
     return list;
 }
 
-Screen* Process::top() const { return m_open.empty() ? nullptr : m_open.back().get(); }
+Screen* Process::top() const {
+    return m_open.empty() ? nullptr : m_open.back().get();
+}
 
-void Process::purge() { m_closed.clear(); }
+void Process::purge() {
+    m_closed.clear();
+}
 
 void Process::playSound(const QString& event) {
     if (!state.Params.has(u"SoundEffect"_s) || !state.Params.flag(u"SoundEffect"_s))
         return;
     static const std::map<QString, QString> files = {{u"START"_s, u"START.wav"_s},
-                                                      {u"STOP"_s, u"STOP.wav"_s},
-                                                      {u"CLICK"_s, u"CLICK.wav"_s},
-                                                      {u"SELECT"_s, u"SELECTED.wav"_s},
-                                                      {u"MOVE"_s, u"MOVE.wav"_s}};
+                                                     {u"STOP"_s, u"STOP.wav"_s},
+                                                     {u"CLICK"_s, u"CLICK.wav"_s},
+                                                     {u"SELECT"_s, u"SELECTED.wav"_s},
+                                                     {u"MOVE"_s, u"MOVE.wav"_s}};
     const auto it = files.find(event);
     if (it == files.end())
         return;

@@ -12,10 +12,18 @@ Screen::Screen(Process& process, const QString& name) : m_process(process), m_na
 
 Screen::~Screen() = default;
 
-ProcessState& Screen::state() const { return m_process.state; }
-Database& Screen::db() const { return m_process.state.OpenDb; }
-Prompter& Screen::prompter() const { return m_process.prompter; }
-Host& Screen::host() const { return m_process.host; }
+ProcessState& Screen::state() const {
+    return m_process.state;
+}
+Database& Screen::db() const {
+    return m_process.state.OpenDb;
+}
+Prompter& Screen::prompter() const {
+    return m_process.prompter;
+}
+Host& Screen::host() const {
+    return m_process.host;
+}
 
 void Screen::setCaption(const QString& caption) {
     if (m_caption != caption) {
@@ -48,7 +56,8 @@ std::vector<Control*> Screen::array(const QString& name) const {
         if (c->index() >= 0 && c->name().compare(name, Qt::CaseInsensitive) == 0)
             elements.push_back(c.get());
     }
-    std::sort(elements.begin(), elements.end(), [](Control* a, Control* b) { return a->index() < b->index(); });
+    std::sort(elements.begin(), elements.end(),
+              [](Control* a, Control* b) { return a->index() < b->index(); });
     return elements;
 }
 
@@ -244,6 +253,8 @@ bool Screen::choose(ComboBox& combo, const QStringList& values) {
     return true;
 }
 
-bool Screen::changeTab(TabStrip& strip, int page) { return strip.change(page); }
+bool Screen::changeTab(TabStrip& strip, int page) {
+    return strip.change(page);
+}
 
 } // namespace vantrel

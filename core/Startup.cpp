@@ -95,7 +95,8 @@ void EnsureClinicPrescriber(Process& process) {
     }
     if (s.RunMode == 1) {
         const int added = s.OpenDb.execute(
-            u"INSERT INTO Prescriber (Name, ReGnNo, Quali, Department, Address, City, Phone, Cell, Pager, Fax, "
+            u"INSERT INTO Prescriber (Name, ReGnNo, Quali, Department, Address, City, Phone, Cell, Pager, "
+            u"Fax, "
             "Email, Specilise, DayTiming, VisitAmt) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"_s,
             {user, p.text(u"Registration"_s), p.text(u"Quali"_s), p.integer(u"Department"_s),
              p.text(u"Address1"_s), p.text(u"City1"_s), p.text(u"phones1"_s), p.text(u"Mobile"_s),
@@ -128,7 +129,8 @@ bool LoadControlParameters(Process& process) {
     }
     s.PhysicalList.clear();
     const QString visibleOnly = s.Params.flag(u"ShowPhysical"_s) ? u" WHERE EVisible <> 0"_s : QString();
-    const Rows rows = s.OpenDb.select(u"SELECT Code, Name FROM Physical"_s + visibleOnly + u" ORDER BY Name"_s);
+    const Rows rows =
+        s.OpenDb.select(u"SELECT Code, Name FROM Physical"_s + visibleOnly + u" ORDER BY Name"_s);
     s.PhysicalList.reserve(rows.size());
     for (const Row& row : rows)
         s.PhysicalList.push_back({row.integer(u"Code"_s), row.text(u"Name"_s), QString()});

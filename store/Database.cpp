@@ -26,7 +26,9 @@ int Row::indexOf(const QString& column) const {
     return -1;
 }
 
-bool Row::has(const QString& column) const { return indexOf(column) >= 0; }
+bool Row::has(const QString& column) const {
+    return indexOf(column) >= 0;
+}
 
 QVariant Row::value(const QString& column) const {
     const int i = indexOf(column);
@@ -34,7 +36,9 @@ QVariant Row::value(const QString& column) const {
     return i >= 0 ? m_values.at(i) : QVariant();
 }
 
-QVariant Row::at(int index) const { return m_values.value(index); }
+QVariant Row::at(int index) const {
+    return m_values.value(index);
+}
 
 QString Row::text(const QString& column) const {
     const QVariant v = value(column);
@@ -59,11 +63,17 @@ double Row::real(const QString& column) const {
     return v.toDouble();
 }
 
-bool Row::flag(const QString& column) const { return integer(column) != 0; }
+bool Row::flag(const QString& column) const {
+    return integer(column) != 0;
+}
 
-QDate Row::date(const QString& column) const { return dateFromSql(value(column)); }
+QDate Row::date(const QString& column) const {
+    return dateFromSql(value(column));
+}
 
-Database::~Database() { close(); }
+Database::~Database() {
+    close();
+}
 
 bool Database::open(const QString& path, QString* error) {
     close();
@@ -107,7 +117,9 @@ void Database::close() {
     m_connection.clear();
 }
 
-bool Database::isOpen() const { return !m_connection.isEmpty() && m_db.isOpen(); }
+bool Database::isOpen() const {
+    return !m_connection.isEmpty() && m_db.isOpen();
+}
 
 bool Database::prepare(QSqlQuery& query, const QString& sql, const QVariantList& params) {
     query.setForwardOnly(true);
@@ -160,7 +172,9 @@ bool Database::exists(const QString& sql, const QVariantList& params) {
     return prepare(query, sql, params) && query.next();
 }
 
-qint64 Database::lastInsertId() { return scalar(u"SELECT last_insert_rowid()"_s).toLongLong(); }
+qint64 Database::lastInsertId() {
+    return scalar(u"SELECT last_insert_rowid()"_s).toLongLong();
+}
 
 bool Database::begin() {
     if (!m_db.transaction()) {
@@ -178,7 +192,9 @@ bool Database::commit() {
     return true;
 }
 
-void Database::rollback() { m_db.rollback(); }
+void Database::rollback() {
+    m_db.rollback();
+}
 
 Transaction::Transaction(Database& db) : m_db(db), m_active(db.begin()) {}
 

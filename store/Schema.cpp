@@ -89,7 +89,8 @@ bool setUserVersion(QSqlDatabase& db, int version, QString* error) {
 bool createPermanentTables(QSqlDatabase& db, QString* error) {
     for (const Table& table : tables()) {
         if (table.staging) {
-            if (!run(db, createStatement(table).replace(u"CREATE TEMP TABLE IF NOT EXISTS"_s, u"CREATE TABLE"_s),
+            if (!run(db,
+                     createStatement(table).replace(u"CREATE TEMP TABLE IF NOT EXISTS"_s, u"CREATE TABLE"_s),
                      error))
                 return false;
             continue;

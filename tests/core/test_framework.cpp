@@ -36,7 +36,9 @@ public:
     QList<int> clicks;
 };
 
-TextBox& box(Screen& s, const QString& name) { return *qobject_cast<TextBox*>(s.control(name)); }
+TextBox& box(Screen& s, const QString& name) {
+    return *qobject_cast<TextBox*>(s.control(name));
+}
 
 TEST(ScreenFramework, KeysPassThroughTheFilterAndTheMaximumLength) {
     test::TestWorld world;
@@ -129,7 +131,8 @@ protected:
     void SetUp() override {
         QString error;
         ASSERT_TRUE(world.process.state.OpenDb.open(world.dbPath, &error)) << error.toStdString();
-        db().execute(u"INSERT INTO TmpComplaint (ComplaintCode, Notes, ComplaintName) VALUES (1, '', 'FEVER')"_s);
+        db().execute(
+            u"INSERT INTO TmpComplaint (ComplaintCode, Notes, ComplaintName) VALUES (1, '', 'FEVER')"_s);
         screen = std::make_unique<Sample>(world.process);
         auto& dd = screen->add<DropDown>(u"ComplaintDD"_s);
         dd.setRows({{1, {u"FEVER"_s}}, {2, {u"COUGH"_s}}, {3, {u"COLD"_s}}});
@@ -140,7 +143,9 @@ protected:
             grid->setValue(u"ComplaintCode"_s, row.code);
             grid->setValue(u"ComplaintName"_s, row.columns.first());
         };
-        grid->onColumnLeave = [this](int column) { return column != 1 || grid->text(u"Notes"_s) != u"bad"_s; };
+        grid->onColumnLeave = [this](int column) {
+            return column != 1 || grid->text(u"Notes"_s) != u"bad"_s;
+        };
         grid->onCommit = [this] {
             const qint64 code = grid->value(u"ComplaintCode"_s).toLongLong();
             for (int r = 0; r < grid->rowCount(); ++r) {
@@ -169,7 +174,8 @@ TEST_F(GridTest, APickedRowIsWrittenToTheStagingTableWhenTheRowIsLeft) {
     EXPECT_EQ(stagedRows(), 1) << "nothing is stored before the row is left";
     ASSERT_TRUE(grid->goToRow(0));
     EXPECT_EQ(stagedRows(), 2);
-    EXPECT_EQ(db().scalar(u"SELECT ComplaintCode FROM TmpComplaint WHERE ComplaintName = 'COUGH'"_s).toInt(), 2);
+    EXPECT_EQ(db().scalar(u"SELECT ComplaintCode FROM TmpComplaint WHERE ComplaintName = 'COUGH'"_s).toInt(),
+              2);
     EXPECT_EQ(grid->cellText(1, 0), u"COUGH"_s);
 }
 

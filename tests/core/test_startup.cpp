@@ -71,8 +71,9 @@ TEST_F(StartupTest, ThePhysicalListHoldsOnlyVisibleExaminationsWhenAskedAndIsSor
 }
 
 TEST_F(StartupTest, TheClinicUsersPrescriberRowIsMadeFromTheParametersOnceAndFoundByNameAfter) {
-    world.sql(u"UPDATE Control SET Registration = 'MMC 1234', Address1 = 'FC ROAD', City1 = 4, "
-              "phones1 = '020 2553 1100', Specialise = 'PHYSICIAN', Timing1 = '10 AM - 1 PM', Department = 3"_s);
+    world.sql(
+        u"UPDATE Control SET Registration = 'MMC 1234', Address1 = 'FC ROAD', City1 = 4, "
+        "phones1 = '020 2553 1100', Specialise = 'PHYSICIAN', Timing1 = '10 AM - 1 PM', Department = 3"_s);
     openDatabase();
     ASSERT_TRUE(LoadControlParameters(world.process));
     const qint64 first = state().ClinicPrescriberCode;
@@ -95,8 +96,10 @@ TEST_F(StartupTest, TheClinicUsersPrescriberRowIsMadeFromTheParametersOnceAndFou
 
 TEST_F(StartupTest, TheFrontDeskRefusesToStartWithoutTheClinicUsersRow) {
     Main(world.process, 2, world.folder);
-    EXPECT_EQ(world.prompter.messages,
-              QStringList{u"stop: Clinic User's Information Missing. Please Run the Main (Server) Application First."_s});
+    EXPECT_EQ(
+        world.prompter.messages,
+        QStringList{
+            u"stop: Clinic User's Information Missing. Please Run the Main (Server) Application First."_s});
     EXPECT_EQ(state().ClinicPrescriberCode, 0);
     EXPECT_FALSE(state().OpenDb.isOpen());
     EXPECT_FALSE(world.host.shown.contains(u"FrmAuthentication"_s));
@@ -145,10 +148,13 @@ TEST_F(StartupTest, TheMainWindowRefusesEveryCloseButTheProgramsOwn) {
 
 TEST_F(StartupTest, ObservationsOfOneOwnerFillTheListAndUnknownExaminationsAreSkipped) {
     world.sql(u"INSERT INTO Physical (Code, Name) VALUES (1, 'PULSE'), (2, 'CHEST')"_s);
-    world.sql(u"INSERT INTO PatientPhysical (PatientCode, PhysicalCode, Observation) VALUES (5, 1, '72/MIN'), "
-              "(5, 9, 'GONE'), (6, 2, 'CLEAR')"_s);
-    world.sql(u"INSERT INTO PresPhysical (PrescriptionCode, PhysicalCode, Observation) VALUES (5, 2, 'WHEEZE')"_s);
-    world.sql(u"INSERT INTO VisitPhysical (VisitNo, PhysicalCode, Observation) VALUES ('20260100001', 1, '90')"_s);
+    world.sql(
+        u"INSERT INTO PatientPhysical (PatientCode, PhysicalCode, Observation) VALUES (5, 1, '72/MIN'), "
+        "(5, 9, 'GONE'), (6, 2, 'CLEAR')"_s);
+    world.sql(
+        u"INSERT INTO PresPhysical (PrescriptionCode, PhysicalCode, Observation) VALUES (5, 2, 'WHEEZE')"_s);
+    world.sql(
+        u"INSERT INTO VisitPhysical (VisitNo, PhysicalCode, Observation) VALUES ('20260100001', 1, '90')"_s);
     openDatabase();
     ASSERT_TRUE(LoadControlParameters(world.process));
     const auto observations = [this] {

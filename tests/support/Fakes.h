@@ -67,7 +67,9 @@ public:
     void processEvents() override {}
     void waitUntil(const QDateTime&, int seconds) override { waited += seconds; }
     void playSound(const QString& event, const QString&) override { sounds.append(event); }
-    void showHelp(const QString& file, int command) override { help.append(file + u' ' + QString::number(command)); }
+    void showHelp(const QString& file, int command) override {
+        help.append(file + u' ' + QString::number(command));
+    }
     void quit() override { quitCalled = true; }
 
     bool instanceRunning = false;
@@ -94,9 +96,10 @@ public:
             QString error;
             ASSERT_TRUE(schema::migrate(db, &error)) << error.toStdString();
             QSqlQuery q(db);
-            ASSERT_TRUE(q.exec(u"INSERT INTO Control (Clinic_User, Password, HOpt, ControlPassword, SoundEffect, "
-                               "UserProfileUpdated, DefaultFee, AgePaediatric, AgeElderly) "
-                               "VALUES ('DR. ASHA RAO', 'terces', 'nimda', '', 1, 1, 250, 12, 65)"_s))
+            ASSERT_TRUE(
+                q.exec(u"INSERT INTO Control (Clinic_User, Password, HOpt, ControlPassword, SoundEffect, "
+                       "UserProfileUpdated, DefaultFee, AgePaediatric, AgeElderly) "
+                       "VALUES ('DR. ASHA RAO', 'terces', 'nimda', '', 1, 1, 250, 12, 65)"_s))
                 << q.lastError().text().toStdString();
         });
     }

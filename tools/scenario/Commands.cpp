@@ -57,7 +57,9 @@ std::pair<QString, int> controlName(const QString& spec) {
     return {spec, -1};
 }
 
-QString stripAmpersand(QString caption) { return caption.remove(u'&'); }
+QString stripAmpersand(QString caption) {
+    return caption.remove(u'&');
+}
 
 } // namespace
 
@@ -147,7 +149,8 @@ void World::run(const Step& step) {
         if (!useDatabase(arg(1), &error))
             fail(error);
     } else if (cmd == u"today"_s || cmd == u"now"_s) {
-        const QString text = cmd == u"today"_s ? arg(1) + u" 00:00:00"_s : arg(1) + u" "_s + w.value(2, u"00:00"_s);
+        const QString text =
+            cmd == u"today"_s ? arg(1) + u" 00:00:00"_s : arg(1) + u" "_s + w.value(2, u"00:00"_s);
         QDateTime at = QDateTime::fromString(text, u"yyyy-MM-dd HH:mm:ss"_s);
         if (!at.isValid())
             at = QDateTime::fromString(text, u"yyyy-MM-dd HH:mm"_s);
@@ -252,10 +255,11 @@ void World::run(const Step& step) {
     } else if (cmd == u"key"_s) {
         Screen& s = top();
         static const std::map<QString, Key> keys = {
-            {u"Enter"_s, Key::Enter}, {u"Escape"_s, Key::Escape}, {u"Tab"_s, Key::Tab},
-            {u"Up"_s, Key::Up},       {u"Down"_s, Key::Down},     {u"F2"_s, Key::F2},
-            {u"F3"_s, Key::F3},       {u"CtrlEnter"_s, Key::CtrlEnter}, {u"Delete"_s, Key::Delete},
-            {u"Backspace"_s, Key::Backspace}};
+            {u"Enter"_s, Key::Enter},   {u"Escape"_s, Key::Escape},
+            {u"Tab"_s, Key::Tab},       {u"Up"_s, Key::Up},
+            {u"Down"_s, Key::Down},     {u"F2"_s, Key::F2},
+            {u"F3"_s, Key::F3},         {u"CtrlEnter"_s, Key::CtrlEnter},
+            {u"Delete"_s, Key::Delete}, {u"Backspace"_s, Key::Backspace}};
         const auto k = keys.find(arg(2));
         if (k != keys.end())
             s.pressKey(find(s, arg(1)), k->second);
@@ -341,7 +345,7 @@ void World::run(const Step& step) {
         if (arg(1) == u"none"_s) {
             if (!prompter.pending.empty())
                 fail(u"expected no message, got %1 %2"_s.arg(prompter.pending.front().kind,
-                                                               quoted(prompter.pending.front().text)));
+                                                             quoted(prompter.pending.front().text)));
         } else {
             if (prompter.pending.empty())
                 fail(u"expected %1 %2, got no message"_s.arg(arg(1), quoted(arg(2))));

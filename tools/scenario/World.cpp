@@ -29,9 +29,13 @@ bool copyFolder(const QString& from, const QString& to) {
 
 } // namespace
 
-void RecordingPrompter::info(const QString& text) { pending.push_back({u"info"_s, text}); }
+void RecordingPrompter::info(const QString& text) {
+    pending.push_back({u"info"_s, text});
+}
 
-void RecordingPrompter::stop(const QString& text) { pending.push_back({u"stop"_s, text}); }
+void RecordingPrompter::stop(const QString& text) {
+    pending.push_back({u"stop"_s, text});
+}
 
 bool RecordingPrompter::ask(const QString& text) {
     pending.push_back({u"ask"_s, text});
@@ -42,9 +46,13 @@ bool RecordingPrompter::ask(const QString& text) {
     return yes;
 }
 
-void RecordingHost::show(Screen& screen) { m_world.shown.insert(screen.name().toUpper()); }
+void RecordingHost::show(Screen& screen) {
+    m_world.shown.insert(screen.name().toUpper());
+}
 
-void RecordingHost::showHelp(const QString& file, int command) { help.append(u"%1 %2"_s.arg(file).arg(command)); }
+void RecordingHost::showHelp(const QString& file, int command) {
+    help.append(u"%1 %2"_s.arg(file).arg(command));
+}
 
 void RecordingHost::runModal(Screen& screen) {
     const QString key = screen.name().toUpper();
@@ -84,10 +92,13 @@ World::World(const QString& deliveredFolder, bool verbose)
     useDatabase(u"delivered"_s, &error);
 }
 
-World::~World() { m_process.reset(); }
+World::~World() {
+    m_process.reset();
+}
 
 bool World::useDatabase(const QString& kind, QString* error) {
-    const QString source = m_delivered + (kind == u"schema"_s ? u"/delivered/Schema.db"_s : u"/delivered/Vantrel.db"_s);
+    const QString source =
+        m_delivered + (kind == u"schema"_s ? u"/delivered/Schema.db"_s : u"/delivered/Vantrel.db"_s);
     const QString target = folder() + u"Data/Vantrel.db"_s;
     QFile::remove(target);
     QFile::remove(target + u"-wal"_s);

@@ -69,7 +69,8 @@ int main(int argc, char** argv) {
     if (args.size() == 2 && args.first() == u"--controls"_s)
         return listControls(args.at(1), programFolder);
     if (args.isEmpty()) {
-        out() << "usage: vantrel-scenario [--verbose] FILE...\n       vantrel-scenario --controls SCREEN" << Qt::endl;
+        out() << "usage: vantrel-scenario [--verbose] FILE...\n       vantrel-scenario --controls SCREEN"
+              << Qt::endl;
         return 2;
     }
     int passed = 0;
