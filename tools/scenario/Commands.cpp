@@ -49,12 +49,12 @@ QDate parseDate(const QString& text) {
 }
 
 // "Name(3)" -> Name, 3; "Name" -> Name, -1.
-std::pair<QString, int> controlName(const QString& spec) {
+std::pair<QString, int> controlName(const QString& written) {
     static const QRegularExpression element(u"^(.+)\\((\\d+)\\)$"_s);
-    const QRegularExpressionMatch m = element.match(spec);
+    const QRegularExpressionMatch m = element.match(written);
     if (m.hasMatch())
         return {m.captured(1), m.captured(2).toInt()};
-    return {spec, -1};
+    return {written, -1};
 }
 
 QString stripAmpersand(QString caption) {
@@ -83,11 +83,11 @@ void World::run(const Step& step) {
             fail(u"no screen is open"_s);
         return *s;
     };
-    const auto find = [&](Screen& screen, const QString& spec) -> Control& {
-        const auto [name, index] = controlName(spec);
+    const auto find = [&](Screen& screen, const QString& written) -> Control& {
+        const auto [name, index] = controlName(written);
         Control* c = screen.control(name, index);
         if (!c)
-            fail(u"%1 has no control %2"_s.arg(screen.name(), spec));
+            fail(u"%1 has no control %2"_s.arg(screen.name(), written));
         return *c;
     };
     const auto namedScreen = [&](const QString& name) -> Screen& {
@@ -111,10 +111,10 @@ void World::run(const Step& step) {
             fail(u"%1 is not a grid"_s.arg(name));
         return *g;
     };
-    const auto columnNumber = [&](Grid& g, const QString& spec) -> int {
-        const GridColumn* c = g.findColumn(spec);
+    const auto columnNumber = [&](Grid& g, const QString& written) -> int {
+        const GridColumn* c = g.findColumn(written);
         if (!c)
-            fail(u"%1 has no column %2"_s.arg(g.name(), spec));
+            fail(u"%1 has no column %2"_s.arg(g.name(), written));
         return c->number;
     };
     const auto withDatabase = [&](const std::function<void(QSqlDatabase&)>& use) {
