@@ -122,13 +122,17 @@ bool Grid::goToRow(int row) {
         return true;
     if (!commit())
         return false;
+    enterRow(row);
+    return true;
+}
+
+void Grid::enterRow(int row) {
     m_current = std::clamp(row, 0, rowCount());
     m_buffer = m_current < rowCount() ? m_rows.at(m_current) : RowData{};
     m_dirty = false;
     notify();
     if (onRowChange)
         onRowChange();
-    return true;
 }
 
 void Grid::setCurrentColumn(int number) {
@@ -239,12 +243,7 @@ bool Grid::deleteRow() {
     if (m_db->execute(u"DELETE FROM \"%1\" WHERE rowid = ?"_s.arg(m_table), {m_rows.at(m_current).rowid}) < 0)
         return false;
     m_rows.erase(m_rows.begin() + m_current);
-    m_current = std::min(m_current, rowCount());
-    m_buffer = m_current < rowCount() ? m_rows.at(m_current) : RowData{};
-    m_dirty = false;
-    notify();
-    if (onRowChange)
-        onRowChange();
+    enterRow(m_current);
     return true;
 }
 

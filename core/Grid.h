@@ -90,6 +90,8 @@ private:
         QVariantMap values;
     };
     bool store();
+    // Makes a row (or the new line) current with its stored values.
+    void enterRow(int row);
     void setCurrentColumn(int number);
     Database* m_db = nullptr;
     QString m_table;
