@@ -92,7 +92,7 @@ TextState textState(QWidget* widget) {
 
 Binder* Binder::create(Screen& screen) {
     InitGuiResources();
-    QWidget* form = LoadForm(screen.name());
+    QWidget* form = LoadForm(screen.form.isEmpty() ? screen.name() : screen.form);
     const bool designed = form != nullptr;
     return new Binder(screen, designed ? form : PlainForm(screen.name()), designed);
 }
