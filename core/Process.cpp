@@ -34,6 +34,15 @@ QStringList ScreenRegistry::names() const {
     return names;
 }
 
+bool IsHomeScreen(const QString& name) {
+    for (const QString& home :
+         {u"MainForm"_s, u"Slide"_s, u"OPDSlide"_s, u"Splash"_s, u"FrmAuthentication"_s}) {
+        if (name.compare(home, Qt::CaseInsensitive) == 0)
+            return true;
+    }
+    return false;
+}
+
 Process::Process(Host& hostRef, Prompter& prompterRef) : host(hostRef), prompter(prompterRef) {}
 
 Process::~Process() {
@@ -64,6 +73,7 @@ bool Process::openModal(const QString& name, const std::function<void(Screen&)>&
     if (!screen)
         return false;
     Screen& ref = *screen;
+    ref.modal = true;
     m_open.push_back(std::move(screen));
     if (setup)
         setup(ref);
@@ -90,6 +100,9 @@ void Process::closeScreen(Screen& screen) {
             break;
         }
     }
+    // A screen of the main window gives the window back to the launcher as it was.
+    if (!screen.modal && !IsHomeScreen(screen.name()))
+        host.resetLauncher();
 }
 
 bool Process::requestClose(Screen& screen) {

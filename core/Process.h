@@ -96,6 +96,9 @@ private:
         return true;                                                                                         \
     }()
 
+// The main window, its launcher and the screens of start-up: closing them gives nothing back to the launcher.
+bool IsHomeScreen(const QString& name);
+
 // The running program: its state, the desktop around it and the list of open screens.
 class Process {
 public:

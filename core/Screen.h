@@ -39,6 +39,8 @@ public:
     QString colourFamily;
     // Enter acts as Tab on the screen.
     bool enterAsTab = true;
+    // The screen was opened as a modal dialog.
+    bool modal = false;
     // The form the screen is drawn with when it is not named after the screen: one form serves a family.
     QString form;
 

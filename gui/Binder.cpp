@@ -288,8 +288,10 @@ void Binder::wire(Binding& b) {
         wireGrid(b);
         break;
     case ControlKind::Image:
-        if (c.onClick)
+        if (c.onClick) {
             w->setCursor(Qt::PointingHandCursor);
+            w->setFocusPolicy(Qt::StrongFocus);
+        }
         if (auto* caption = m_form->findChild<QLabel*>(w->objectName() + u"_Caption"_s)) {
             b.caption = caption;
             caption->installEventFilter(this);
@@ -299,6 +301,12 @@ void Binder::wire(Binding& b) {
         }
         break;
     case ControlKind::Label:
+        // An option of the launcher: pointed at, clicked, or reached by the keyboard.
+        if (c.onClick) {
+            w->setCursor(Qt::PointingHandCursor);
+            w->setFocusPolicy(Qt::StrongFocus);
+        }
+        break;
     case ControlKind::Frame:
         break;
     }
@@ -559,11 +567,24 @@ bool Binder::eventFilter(QObject* watched, QEvent* event) {
     Binding* b = m_byObject.value(watched);
     if (!b || !b->control)
         return false;
-    const bool image = b->control->kind() == ControlKind::Image;
+    const ControlKind kind = b->control->kind();
+    const bool option = (kind == ControlKind::Label || kind == ControlKind::Image) && b->control->onClick;
+    const bool image = kind == ControlKind::Image || option;
     switch (event->type()) {
     case QEvent::KeyPress:
+        if (option)
+            return optionKey(*b, static_cast<QKeyEvent*>(event));
         return keyPress(*b, static_cast<QKeyEvent*>(event));
+    case QEvent::FocusOut:
+        if (option && b->control->onHover)
+            b->control->onHover(false);
+        return false;
     case QEvent::FocusIn: {
+        if (option) {
+            if (b->control->onHover)
+                b->control->onHover(true);
+            return false;
+        }
         const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
         if (!m_settingFocus && (reason == Qt::MouseFocusReason || reason == Qt::TabFocusReason ||
                                 reason == Qt::BacktabFocusReason || reason == Qt::ShortcutFocusReason))
@@ -583,6 +604,31 @@ bool Binder::eventFilter(QObject* watched, QEvent* event) {
             return false;
         if (static_cast<QWidget*>(watched)->rect().contains(mouse->position().toPoint()))
             m_screen->click(*b->control);
+        return true;
+    }
+    default:
+        return false;
+    }
+}
+
+// Enter or the space bar picks an option; the arrows move to the option above or below.
+bool Binder::optionKey(Binding& b, QKeyEvent* event) {
+    switch (event->key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+    case Qt::Key_Space:
+        m_screen->click(*b.control);
+        return true;
+    case Qt::Key_Up:
+    case Qt::Key_Down: {
+        const bool down = event->key() == Qt::Key_Down;
+        for (QWidget* w = down ? b.widget->nextInFocusChain() : b.widget->previousInFocusChain();
+             w && w != b.widget; w = down ? w->nextInFocusChain() : w->previousInFocusChain()) {
+            if (qobject_cast<QLabel*>(w) && w->isVisible() && w->focusPolicy() == Qt::StrongFocus) {
+                w->setFocus(down ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+                break;
+            }
+        }
         return true;
     }
     default:

@@ -61,6 +61,7 @@ private:
     void refreshText(Binding& b);
     void refreshList(Binding& b);
     void refreshGrid(Binding& b);
+    bool optionKey(Binding& b, QKeyEvent* event);
     bool keyPress(Binding& b, QKeyEvent* event);
     bool textKey(Binding& b, QKeyEvent* event, std::optional<Key> key);
     void removeSelection(Binding& b);
