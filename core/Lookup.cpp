@@ -1,5 +1,7 @@
 #include "core/Lookup.h"
 
+#include "core/Controls.h"
+
 #include "core/Host.h"
 #include "core/Process.h"
 #include "store/Database.h"
@@ -47,6 +49,30 @@ void ShowHelpContents(Process& process) {
 
 void ShowHelpIndex(Process& process) {
     process.host.showHelp(process.state.HelpFile, 2);
+}
+
+void FillCombo(Database& db, ComboBox& combo, const QString& sql, const QString& nameColumn) {
+    std::vector<ListRow> rows;
+    for (const Row& row : db.select(sql))
+        rows.push_back({row.integer(u"Code"_s), {row.text(nameColumn)}, false});
+    combo.setRows(std::move(rows));
+}
+
+qint64 ComboCode(const ComboBox& combo) {
+    const QString text = combo.text().trimmed();
+    if (text.isEmpty())
+        return 0;
+    for (const ListRow& row : combo.rows()) {
+        if (row.columns.value(0).trimmed().compare(text, Qt::CaseInsensitive) == 0)
+            return row.code.toLongLong();
+    }
+    return -1;
+}
+
+void ShowComboCode(ComboBox& combo, qint64 code) {
+    const int row = code != 0 ? combo.findCode(code) : -1;
+    combo.setCurrent(row);
+    combo.setText(row >= 0 ? combo.rows().at(row).columns.value(0) : QString());
 }
 
 } // namespace vantrel

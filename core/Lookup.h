@@ -4,6 +4,7 @@
 
 namespace vantrel {
 
+class ComboBox;
 class Database;
 class Process;
 struct ProcessState;
@@ -22,5 +23,15 @@ void LoadPhysicalObservations(ProcessState& state, const QString& kind, qint64 c
 // The help file, opened on its contents or on its index.
 void ShowHelpContents(Process& process);
 void ShowHelpIndex(Process& process);
+
+// Combos of codes and names.
+// Fills the combo with the rows of a statement: its Code and the name column.
+void FillCombo(Database& db, ComboBox& combo, const QString& sql,
+               const QString& nameColumn = QStringLiteral("Name"));
+// The code of the row the combo's text names (trimmed, without case): 0 for a blank text, -1 when the text is
+// not in the list.
+qint64 ComboCode(const ComboBox& combo);
+// Shows the row of this code, or a blank text when no row has it.
+void ShowComboCode(ComboBox& combo, qint64 code);
 
 } // namespace vantrel

@@ -85,6 +85,35 @@ bool OpenDatabase(Process& process, QString* error) {
     return true;
 }
 
+namespace {
+
+// The columns of the clinic user's Prescriber row and the parameters they are written from.
+const QStringList kPrescriberColumns = {
+    u"Name"_s, u"ReGnNo"_s, u"Quali"_s, u"Department"_s, u"Address"_s,   u"City"_s,      u"Phone"_s,
+    u"Cell"_s, u"Pager"_s,  u"Fax"_s,   u"Email"_s,      u"Specilise"_s, u"DayTiming"_s, u"VisitAmt"_s};
+const QStringList kPrescriberSources = {u"Clinic_User"_s, u"Registration"_s, u"Quali"_s,   u"Department"_s,
+                                        u"Address1"_s,    u"City1"_s,        u"phones1"_s, u"Mobile"_s,
+                                        u"Pager"_s,       u"Fax"_s,          u"Email"_s,   u"Specialise"_s,
+                                        u"Timing1"_s,     u"DefaultFee"_s};
+
+QVariantList PrescriberValues(const std::function<QVariant(const QString& parameter)>& value) {
+    QVariantList values;
+    for (const QString& source : kPrescriberSources)
+        values << value(source);
+    return values;
+}
+
+int AddClinicPrescriber(Database& db, const QVariantList& values) {
+    QStringList marks;
+    for (int i = 0; i < kPrescriberColumns.size(); ++i)
+        marks << u"?"_s;
+    return db.execute(u"INSERT INTO Prescriber (%1) VALUES (%2)"_s.arg(kPrescriberColumns.join(u", "_s),
+                                                                       marks.join(u", "_s)),
+                      values);
+}
+
+} // namespace
+
 void EnsureClinicPrescriber(Process& process) {
     ProcessState& s = process.state;
     const ClinicParameters& p = s.Params;
@@ -94,14 +123,14 @@ void EnsureClinicPrescriber(Process& process) {
         return;
     }
     if (s.RunMode == 1) {
-        const int added = s.OpenDb.execute(
-            u"INSERT INTO Prescriber (Name, ReGnNo, Quali, Department, Address, City, Phone, Cell, Pager, "
-            u"Fax, "
-            "Email, Specilise, DayTiming, VisitAmt) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"_s,
-            {user, p.text(u"Registration"_s), p.text(u"Quali"_s), p.integer(u"Department"_s),
-             p.text(u"Address1"_s), p.text(u"City1"_s), p.text(u"phones1"_s), p.text(u"Mobile"_s),
-             p.text(u"Pager"_s), p.text(u"Fax"_s), p.text(u"Email"_s), p.text(u"Specialise"_s),
-             p.text(u"Timing1"_s), p.number(u"DefaultFee"_s)});
+        const QVariantList values = PrescriberValues([&p](const QString& parameter) -> QVariant {
+            if (parameter == u"Department"_s)
+                return p.integer(parameter);
+            if (parameter == u"DefaultFee"_s)
+                return p.number(parameter);
+            return p.text(parameter);
+        });
+        const int added = AddClinicPrescriber(s.OpenDb, values);
         s.ClinicPrescriberCode = added > 0 ? s.OpenDb.lastInsertId() : 0;
         return;
     }
@@ -109,6 +138,19 @@ void EnsureClinicPrescriber(Process& process) {
         u"Clinic User's Information Missing. Please Run the Main (Server) Application First."_s);
     s.ClinicPrescriberCode = 0;
     ExitApplication(process);
+}
+
+bool UpdateClinicPrescriber(Database& db, const QString& clinicUser,
+                            const std::function<QVariant(const QString& parameter)>& value) {
+    const QVariantList values = PrescriberValues(value);
+    const auto row = db.first(u"SELECT Code FROM Prescriber WHERE Name = ?"_s, {clinicUser});
+    if (!row)
+        return AddClinicPrescriber(db, values) > 0;
+    QStringList sets;
+    for (const QString& column : kPrescriberColumns)
+        sets << column + u" = ?"_s;
+    return db.execute(u"UPDATE Prescriber SET %1 WHERE Code = ?"_s.arg(sets.join(u", "_s)),
+                      values + QVariantList{row->integer(u"Code"_s)}) >= 0;
 }
 
 bool LoadControlParameters(Process& process) {

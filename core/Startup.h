@@ -1,8 +1,12 @@
 #pragma once
 
 #include <QString>
+#include <QVariant>
+#include <functional>
 
 namespace vantrel {
+
+class Database;
 
 class Process;
 class Screen;
@@ -21,6 +25,10 @@ void ExitApplication(Process& process);
 // Reads the Control row into the process and makes sure the clinic user's prescriber row exists.
 bool LoadControlParameters(Process& process);
 void EnsureClinicPrescriber(Process& process);
+// Edits the clinic user's Prescriber row, or adds it, from the values the parameter screen holds, by the
+// name of their parameter ("Registration", "City1", "DefaultFee", ...).
+bool UpdateClinicPrescriber(Database& db, const QString& clinicUser,
+                            const std::function<QVariant(const QString& parameter)>& value);
 
 // The paths below the program's folder, and the image folders made when missing.
 void SetPaths(ProcessState& state, const QString& programFolder);

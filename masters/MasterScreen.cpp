@@ -56,30 +56,6 @@ MasterDefinition StandardMaster(const QString& screen, const QString& table, con
     return d;
 }
 
-void FillCombo(Database& db, ComboBox& combo, const QString& sql, const QString& nameColumn) {
-    std::vector<ListRow> rows;
-    for (const Row& row : db.select(sql))
-        rows.push_back({row.integer(u"Code"_s), {row.text(nameColumn)}, false});
-    combo.setRows(std::move(rows));
-}
-
-qint64 ComboCode(const ComboBox& combo) {
-    const QString text = combo.text().trimmed();
-    if (text.isEmpty())
-        return 0;
-    for (const ListRow& row : combo.rows()) {
-        if (row.columns.value(0).trimmed().compare(text, Qt::CaseInsensitive) == 0)
-            return row.code.toLongLong();
-    }
-    return -1;
-}
-
-void ShowComboCode(ComboBox& combo, qint64 code) {
-    const int row = code != 0 ? combo.findCode(code) : -1;
-    combo.setCurrent(row);
-    combo.setText(row >= 0 ? combo.rows().at(row).columns.value(0) : QString());
-}
-
 MasterScreen::MasterScreen(Process& process, MasterDefinition definition)
     : Screen(process, definition.screen), m_def(std::move(definition)) {
     colourFamily = m_def.colours;

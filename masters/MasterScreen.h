@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/Lookup.h"
 #include "core/Screen.h"
 #include "store/Database.h"
 
@@ -47,16 +48,6 @@ struct MasterDefinition {
 MasterDefinition StandardMaster(const QString& screen, const QString& table, const QString& key,
                                 const QString& label, const QString& recordset, const QString& heading,
                                 const QString& locate, const QString& title);
-
-// Combos of codes and names, as the masters use them.
-// Fills the combo with the rows of a statement: its Code and the name column.
-void FillCombo(Database& db, ComboBox& combo, const QString& sql,
-               const QString& nameColumn = QStringLiteral("Name"));
-// The code of the row the combo's text names (trimmed, without case): 0 for a blank text, -1 when the text is
-// not in the list.
-qint64 ComboCode(const ComboBox& combo);
-// Shows the row of this code, or a blank text when no row has it.
-void ShowComboCode(ComboBox& combo, qint64 code);
 
 // The master record screen: a cursor over one table in the order of its statement, the three states
 // (View, Editing, Empty), the move, new, edit, find, delete, save and cancel buttons with their messages.
