@@ -17,7 +17,11 @@ public:
     explicit FrmChangePassword(Process& owner) : Screen(owner, u"FrmChangePassword"_s) {
         colourFamily = u"Utility"_s;
         add<Label>(u"LblPrompt"_s);
+        const QStringList captions = {u"Old Password"_s, u"New Password"_s, u"Confirm Password"_s,
+                                      u"Access Code"_s};
+        int i = 0;
         for (const QString& name : {u"Txt_Old"_s, u"Txt_New"_s, u"Txt_Confirm"_s, u"Txt_Password"_s}) {
+            add<Label>(u"Lbl"_s + name).setCaption(captions[i++]);
             auto& box = add<TextBox>(name);
             box.keyFilter = [](int key, const QString&, int) { return KeyAlphanumeric(key); };
         }
@@ -45,9 +49,11 @@ public:
             setCaption(it->second.first);
             m_column = it->second.second;
         }
-        for (const QString& name : {u"Txt_Old"_s, u"Txt_New"_s, u"Txt_Confirm"_s})
-            control(name)->setVisible(!verify);
-        control(u"Txt_Password"_s)->setVisible(verify);
+        for (const QString& name : {u"Txt_Old"_s, u"Txt_New"_s, u"Txt_Confirm"_s, u"Txt_Password"_s}) {
+            const bool shown = verify == (name == u"Txt_Password"_s);
+            control(name)->setVisible(shown);
+            control(u"Lbl"_s + name)->setVisible(shown);
+        }
         setFocus(verify ? u"Txt_Password"_s : u"Txt_Old"_s);
     }
 
