@@ -84,6 +84,17 @@ MasterScreen::MasterScreen(Process& process, MasterDefinition definition)
     m_buttons[at(MasterButton::Quit)]->setCausesValidation(false);
 }
 
+void MasterScreen::setDefinition(MasterDefinition definition) {
+    m_def = std::move(definition);
+    colourFamily = m_def.colours;
+    m_frame->setCaption(m_def.label);
+}
+
+bool MasterScreen::IsValueTaken(const QString& column, const QString& value, qint64 code) {
+    return db().exists(u"SELECT Code FROM %1 WHERE %2 = ? AND Code <> ?"_s.arg(m_def.table, column),
+                       {value, code});
+}
+
 Control& MasterScreen::button(MasterButton which) const {
     return *m_buttons[at(which)];
 }
@@ -299,7 +310,9 @@ void MasterScreen::Save() {
     QVariantList values;
     for (const auto& [column, value] : columns) {
         names << column;
-        values << value;
+        // A blank text is stored as an empty text, never as Null.
+        const bool nullText = value.typeId() == QMetaType::QString && value.toString().isNull();
+        values << (nullText ? QVariant(u""_s) : value);
     }
 
     qint64 code = m_editMode == 1 ? 0 : currentCode();

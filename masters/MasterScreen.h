@@ -99,6 +99,13 @@ protected:
     // Checks made when the screen is first activated; false closes it (after its message).
     virtual bool openingChecks() { return true; }
 
+    // Replaces the words and statements before the screen loads, for a screen that serves several tables;
+    // the controls stay as they are.
+    void setDefinition(MasterDefinition definition);
+    // True when another row of the table has this value in the column: codes and identities that must
+    // stay unique. The row itself (`code`) is left out.
+    bool IsValueTaken(const QString& column, const QString& value, qint64 code);
+
     // Reads the rows again and shows the one with this code (or the first row).
     void requery(qint64 code);
     void showCurrent();
