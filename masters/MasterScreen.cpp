@@ -84,6 +84,34 @@ MasterScreen::MasterScreen(Process& process, MasterDefinition definition)
     m_buttons[at(MasterButton::Quit)]->setCausesValidation(false);
 }
 
+TextBox& MasterScreen::addTextField(const QString& control, const QString& column) {
+    auto& box = add<TextBox>(control);
+    m_fields.push_back({&box, column, {}, {}});
+    return box;
+}
+
+CheckBox& MasterScreen::addFlagField(const QString& control, const QString& column) {
+    auto& box = add<CheckBox>(control);
+    m_fields.push_back({&box, column, {}, {}});
+    return box;
+}
+
+ComboBox& MasterScreen::addComboField(const QString& control, const QString& column, const QString& statement,
+                                      const QString& invalid) {
+    auto& combo = add<ComboBox>(control);
+    m_fields.push_back({&combo, column, statement, invalid});
+    const size_t index = m_fields.size() - 1;
+    combo.onValidate = [this, index] { return m_editMode == 0 || ComboKnown(m_fields[index]); };
+    return combo;
+}
+
+bool MasterScreen::ComboKnown(const Bound& field) {
+    if (ComboCode(static_cast<const ComboBox&>(*field.control)) >= 0)
+        return true;
+    prompter().stop(field.invalid);
+    return false;
+}
+
 void MasterScreen::setDefinition(MasterDefinition definition) {
     m_def = std::move(definition);
     colourFamily = m_def.colours;
@@ -107,6 +135,10 @@ qint64 MasterScreen::currentCode() const {
 
 void MasterScreen::load() {
     host().hourglass(true);
+    for (const Bound& field : m_fields) {
+        if (!field.statement.isEmpty())
+            FillCombo(db(), static_cast<ComboBox&>(*field.control), field.statement);
+    }
     requery(0);
     if (m_codes.empty()) {
         enter(Mode::Empty);
@@ -146,6 +178,14 @@ void MasterScreen::showCurrent() {
     if (code != 0)
         row = db().first(u"SELECT * FROM %1 WHERE Code = ?"_s.arg(m_def.table), {code});
     m_name->setText(row ? row->text(m_def.nameColumn) : QString());
+    for (const Bound& field : m_fields) {
+        if (auto* box = qobject_cast<TextBox*>(field.control))
+            box->setText(row ? row->text(field.column) : QString());
+        else if (auto* flag = qobject_cast<CheckBox*>(field.control))
+            flag->setValue(row && row->flag(field.column));
+        else
+            ShowComboCode(static_cast<ComboBox&>(*field.control), row ? row->integer(field.column) : 0);
+    }
     showFields(row ? &*row : nullptr);
 }
 
@@ -160,6 +200,12 @@ void MasterScreen::enter(Mode mode) {
     if (mode == Mode::Empty) {
         m_name->setText(QString());
         showFields(nullptr);
+    }
+    for (const Bound& field : m_fields) {
+        if (auto* box = qobject_cast<TextBox*>(field.control))
+            box->setLocked(!editing);
+        else
+            field.control->setEnabled(editing);
     }
     lockFields(editing);
 }
@@ -199,6 +245,14 @@ void MasterScreen::Back() {
 void MasterScreen::New() {
     m_editMode = 1;
     m_name->setText(QString());
+    for (const Bound& field : m_fields) {
+        if (auto* box = qobject_cast<TextBox*>(field.control))
+            box->setText(QString());
+        else if (auto* flag = qobject_cast<CheckBox*>(field.control))
+            flag->setValue(false);
+        else
+            ShowComboCode(static_cast<ComboBox&>(*field.control), 0);
+    }
     clearFields();
     enter(Mode::Editing);
     setFocus(*m_name);
@@ -300,11 +354,26 @@ void MasterScreen::Save() {
         setFocus(*m_name);
         return;
     }
+    for (const Bound& field : m_fields) {
+        if (!field.statement.isEmpty() && !ComboKnown(field)) {
+            setFocus(*field.control);
+            return;
+        }
+    }
     if (!validateFields())
         return;
 
     std::vector<std::pair<QString, QVariant>> columns{{m_def.nameColumn, name}};
     columns.insert(columns.end(), m_def.fixedColumns.begin(), m_def.fixedColumns.end());
+    for (const Bound& field : m_fields) {
+        if (auto* box = qobject_cast<TextBox*>(field.control))
+            columns.emplace_back(field.column, box->text().trimmed());
+        else if (auto* flag = qobject_cast<CheckBox*>(field.control))
+            columns.emplace_back(field.column, flag->value() ? 1 : 0);
+        else
+            columns.emplace_back(
+                field.column, std::max<qint64>(ComboCode(static_cast<const ComboBox&>(*field.control)), 0));
+    }
     writeFields(columns);
     QStringList names;
     QVariantList values;

@@ -99,6 +99,14 @@ protected:
     // Checks made when the screen is first activated; false closes it (after its message).
     virtual bool openingChecks() { return true; }
 
+    // Fields kept in a column of the table: shown with the row, blanked by New, open while editing, written
+    // by Save. A combo shows the name of the code its column holds; a text not in its list is refused with
+    // `invalid` on leaving it and at Save.
+    TextBox& addTextField(const QString& control, const QString& column);
+    CheckBox& addFlagField(const QString& control, const QString& column);
+    ComboBox& addComboField(const QString& control, const QString& column, const QString& statement,
+                            const QString& invalid);
+
     // Replaces the words and statements before the screen loads, for a screen that serves several tables;
     // the controls stay as they are.
     void setDefinition(MasterDefinition definition);
@@ -127,7 +135,16 @@ private:
     void Undo();
     bool nameLeave();
 
+    struct Bound {
+        Control* control;
+        QString column;
+        QString statement;
+        QString invalid;
+    };
+    bool ComboKnown(const Bound& field);
+
     MasterDefinition m_def;
+    std::vector<Bound> m_fields;
     TextBox* m_name = nullptr;
     Label* m_frame = nullptr;
     std::array<Control*, kMasterButtons> m_buttons{};
