@@ -236,8 +236,8 @@ void Binder::wire(Binding& b) {
                 if (m_updating || !live(b))
                     return;
                 auto& control = *qobject_cast<ListControl*>(b.control.data());
-                if (row != control.current())
-                    m_screen->selectRow(control, row);
+                if (row != control.current() && !ruled([&] { return m_screen->selectRow(control, row); }))
+                    applyFocus();
                 refresh(b);
             });
             connect(list, &QListWidget::itemChanged, this, [this, &b, list](QListWidgetItem* item) {
@@ -247,8 +247,9 @@ void Binder::wire(Binding& b) {
                 const int row = list->row(item);
                 const bool on = item->checkState() == Qt::Checked;
                 if (row >= 0 && row < control.count() &&
-                    control.rows().at(static_cast<size_t>(row)).ticked != on)
-                    m_screen->selectRow(control, row, on);
+                    control.rows().at(static_cast<size_t>(row)).ticked != on &&
+                    !ruled([&] { return m_screen->selectRow(control, row, on); }))
+                    applyFocus();
                 refresh(b);
             });
         }
@@ -531,8 +532,10 @@ void Binder::refreshList(Binding& b) {
             view->clear();
             for (const ListRow& row : list.rows()) {
                 auto* item = new QListWidgetItem(row.columns.join(u"   "_s), view);
-                if (checks)
+                if (checks) {
                     item->setFlags(item->flags() | Qt::ItemIsUserCheckable);
+                    item->setCheckState(row.ticked ? Qt::Checked : Qt::Unchecked);
+                }
             }
             b.rowsShown = shown;
         }
@@ -753,8 +756,19 @@ void Binder::focusIn(Binding& b) {
         this, [this, target] { personFocus(target); }, Qt::QueuedConnection);
 }
 
+// Runs a step of the person that may run rules and show their messages; a step that arrives while
+// another one's message is open is dropped, so that one rule never speaks twice.
+bool Binder::ruled(const std::function<bool()>& step) {
+    if (m_ruling)
+        return true;
+    ++m_ruling;
+    const bool done = step();
+    --m_ruling;
+    return done;
+}
+
 void Binder::personFocus(const QPointer<Control>& target) {
-    if (m_detached || !target || !m_screen)
+    if (m_detached || !target || !m_screen || m_ruling)
         return;
     if (m_screen->focus() == target) {
         m_lastFocus = target;
@@ -764,7 +778,7 @@ void Binder::personFocus(const QPointer<Control>& target) {
     QWidget* holder = w ? w->window()->focusWidget() : nullptr;
     if (!w || !holder || !(holder == w || w->isAncestorOf(holder)))
         return;
-    if (m_screen->moveFocus(target))
+    if (ruled([&] { return m_screen->moveFocus(target); }))
         m_lastFocus = target;
     else
         applyFocus();

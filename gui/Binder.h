@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 #include "core/Screen.h"
 #include "gui/GridModel.h"
 
@@ -61,6 +63,7 @@ private:
     void refreshText(Binding& b);
     void refreshList(Binding& b);
     void refreshGrid(Binding& b);
+    bool ruled(const std::function<bool()>& step);
     bool optionKey(Binding& b, QKeyEvent* event);
     bool keyPress(Binding& b, QKeyEvent* event);
     bool textKey(Binding& b, QKeyEvent* event, std::optional<Key> key);
@@ -77,6 +80,7 @@ private:
     bool m_detached = false;
     int m_updating = 0;
     int m_settingFocus = 0;
+    int m_ruling = 0;
     Control* m_lastFocus = nullptr;
     std::vector<std::unique_ptr<Binding>> m_bindings;
     QHash<const QObject*, Binding*> m_byObject;
