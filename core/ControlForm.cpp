@@ -176,12 +176,7 @@ std::vector<ParameterScreen::Colour> ClinicColours() {
     const QStringList secondCaptions = {
         u"Database Utilities"_s, u"Documents"_s,  u"History"_s,          u"Snapshots"_s, u"Appointments"_s,
         u"Patient Details"_s,    u"Complaints"_s, u"Brand Drop-Downs"_s, u"Brands"_s,    u"Investigations"_s};
-    std::vector<ParameterScreen::Colour> colours;
-    for (int i = 0; i < first.size(); ++i)
-        colours.push_back({u"Opt_Mst"_s, i, first[i], firstCaptions[i]});
-    for (int i = 0; i < second.size(); ++i)
-        colours.push_back({u"Opt_Pre"_s, i, second[i], secondCaptions[i]});
-    return colours;
+    return ParameterScreen::Sections(first, firstCaptions, second, secondCaptions);
 }
 
 } // namespace

@@ -90,12 +90,7 @@ std::vector<ParameterScreen::Colour> FrontDeskColours() {
     const QStringList secondCaptions = {
         u"Database Utilities"_s, u"Documents"_s, u"History"_s, u"Snapshots"_s,
         u"Appointments"_s,       u"OPD Cards"_s, u"Visits"_s,  u"Visit Prescriptions"_s};
-    std::vector<ParameterScreen::Colour> colours;
-    for (int i = 0; i < first.size(); ++i)
-        colours.push_back({u"Opt_Mst"_s, i, first[i], firstCaptions[i]});
-    for (int i = 0; i < second.size(); ++i)
-        colours.push_back({u"Opt_Pre"_s, i, second[i], secondCaptions[i]});
-    return colours;
+    return ParameterScreen::Sections(first, firstCaptions, second, secondCaptions);
 }
 
 const QStringList kGenerations = {u"Daily Basis"_s, u"Monthly Basis"_s, u"Yearly Basis"_s};

@@ -1,5 +1,6 @@
 #include "core/Host.h"
 #include "core/KeyFilters.h"
+#include "core/Lookup.h"
 #include "core/Process.h"
 #include "core/Prompter.h"
 #include "core/Screen.h"
@@ -33,7 +34,7 @@ public:
         m_search->keyFilter = [](int key, const QString& text, int selStart) {
             return KeyName(key, text, selStart);
         };
-        m_search->onChange = [this] { Search(); };
+        m_search->onChange = [this] { SearchList(*m_list, m_search->text()); };
         m_select = &add<Button>(u"Cmd_Ok"_s);
         m_select->setCaption(u"&Select"_s);
         m_select->onClick = [this] { Select(); };
@@ -91,18 +92,6 @@ public:
 private:
     void showPosition() {
         m_position->setCaption(u"Current Record is "_s + QString::number(m_list->current() + 1));
-    }
-
-    // The first row whose name begins with the typed text, compared without case; no match keeps the row.
-    void Search() {
-        const QString text = m_search->text().trimmed();
-        if (text.isEmpty()) {
-            m_list->setCurrent(0);
-            return;
-        }
-        const int row = m_list->findRow({text});
-        if (row >= 0)
-            m_list->setCurrent(row);
     }
 
     void Select() {

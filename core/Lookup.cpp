@@ -75,4 +75,11 @@ void ShowComboCode(ComboBox& combo, qint64 code) {
     combo.setText(row >= 0 ? combo.rows().at(row).columns.value(0) : QString());
 }
 
+void SearchList(ListControl& list, const QString& text) {
+    const QString prefix = text.trimmed();
+    const int row = prefix.isEmpty() ? 0 : list.findRow({prefix});
+    if (row >= 0)
+        list.setCurrent(row);
+}
+
 } // namespace vantrel

@@ -5,6 +5,7 @@
 namespace vantrel {
 
 class ComboBox;
+class ListControl;
 class Database;
 class Process;
 struct ProcessState;
@@ -23,6 +24,10 @@ void LoadPhysicalObservations(ProcessState& state, const QString& kind, qint64 c
 // The help file, opened on its contents or on its index.
 void ShowHelpContents(Process& process);
 void ShowHelpIndex(Process& process);
+
+// Makes current the first row of the list whose name begins with the text, compared without case; a blank
+// text goes to the first row, a text that matches nothing leaves the row where it is.
+void SearchList(ListControl& list, const QString& text);
 
 // Combos of codes and names.
 // Fills the combo with the rows of a statement: its Code and the name column.

@@ -28,6 +28,18 @@ KeyResult Digits(int key, const QString&, int) {
 
 } // namespace
 
+std::vector<ParameterScreen::Colour> ParameterScreen::Sections(const QStringList& first,
+                                                               const QStringList& firstCaptions,
+                                                               const QStringList& second,
+                                                               const QStringList& secondCaptions) {
+    std::vector<Colour> colours;
+    for (int i = 0; i < first.size(); ++i)
+        colours.push_back({u"Opt_Mst"_s, i, first[i], firstCaptions[i]});
+    for (int i = 0; i < second.size(); ++i)
+        colours.push_back({u"Opt_Pre"_s, i, second[i], secondCaptions[i]});
+    return colours;
+}
+
 ParameterScreen::ParameterScreen(Process& owner, const QString& name, std::vector<Field> fields,
                                  std::vector<Colour> colours, const QString& schedulerColumn, int tabCount)
     : Screen(owner, name), m_fields(std::move(fields)), m_colours(std::move(colours)),

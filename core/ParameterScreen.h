@@ -31,6 +31,10 @@ public:
         QString caption;
     };
 
+    // The colour families of the first tab's two sections, chosen by the options Opt_Mst(i) and Opt_Pre(i).
+    static std::vector<Colour> Sections(const QStringList& first, const QStringList& firstCaptions,
+                                        const QStringList& second, const QStringList& secondCaptions);
+
     ParameterScreen(Process& process, const QString& name, std::vector<Field> fields,
                     std::vector<Colour> colours, const QString& schedulerColumn, int tabs);
 

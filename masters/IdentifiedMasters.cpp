@@ -106,9 +106,7 @@ IdentifiedDefinition Sponsor() {
         u"Locate a Specified Sponsor / Payor"_s, u"   [Sponsor / Payor Master]"_s);
     d.nameColumn = u"PayerName"_s;
     d.locator = u"SELECT Code, PayerName AS Name FROM Payer ORDER BY PayerName, Code"_s;
-    d.empty = u"Sponsor / Payor Name Should Not be Empty."_s;
-    d.blank = u"Sponsor / Payor Name Should Not be Blank."_s;
-    d.duplicate = u"Duplicate Sponsor / Payor."_s;
+    NameMessages(d, u"Sponsor / Payor Name"_s, u"Duplicate Sponsor / Payor."_s);
     return {d, {{u"TxtEmpID"_s, u"PayerID"_s, u"Sponsor ID"_s, u"Duplicate Sponsor ID."_s, {}, {}}}};
 }
 
@@ -120,9 +118,7 @@ IdentifiedDefinition Employer() {
                        u"Locate a Specified Company / Employer"_s, u"   [Company / Employer Master]"_s);
     d.nameColumn = u"CompanyName"_s;
     d.locator = u"SELECT Code, CompanyName AS Name FROM Company ORDER BY CompanyName, Code"_s;
-    d.empty = u"Company / Employer Name Should Not be Empty."_s;
-    d.blank = u"Company / Employer Name Should Not be Blank."_s;
-    d.duplicate = u"Duplicate Company / Employer."_s;
+    NameMessages(d, u"Company / Employer Name"_s, u"Duplicate Company / Employer."_s);
     return {d,
             {{u"TxtEmpID"_s, u"CompanyID"_s, u"Company ID"_s, u"Duplicate Company ID."_s, {}, {}},
              {u"TxtDocID"_s, u"DoctorID"_s, u"Doctor / Prescriber ID"_s, u"Duplicate Doctor ID."_s,

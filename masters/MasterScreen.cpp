@@ -23,6 +23,12 @@ int at(MasterButton b) {
 
 } // namespace
 
+void NameMessages(MasterDefinition& definition, const QString& subject, const QString& duplicate) {
+    definition.empty = subject + u" Should Not be Empty."_s;
+    definition.blank = subject + u" Should Not be Blank."_s;
+    definition.duplicate = duplicate;
+}
+
 MasterDefinition StandardMaster(const QString& screen, const QString& table, const QString& key,
                                 const QString& label, const QString& recordset, const QString& heading,
                                 const QString& locate, const QString& title) {
@@ -43,9 +49,7 @@ MasterDefinition StandardMaster(const QString& screen, const QString& table, con
     d.last = u"Last "_s + label + u"."_s;
     d.deleteQuestion = u"Delete Current "_s + label + u" ?"_s;
     d.inUse = u"Can not Delete the "_s + label + u" in Use."_s;
-    d.empty = label + u" Description Should Not be Empty."_s;
-    d.blank = label + u" Description Should Not be Blank."_s;
-    d.duplicate = u"Duplicate "_s + label + u" Description."_s;
+    NameMessages(d, label + u" Description"_s, u"Duplicate "_s + label + u" Description."_s);
     d.added = label + u" Added."_s;
     d.updated = label + u" Updated."_s;
     d.deleteError = u"Error while Deleting the Selected "_s + label;

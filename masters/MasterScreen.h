@@ -49,6 +49,10 @@ MasterDefinition StandardMaster(const QString& screen, const QString& table, con
                                 const QString& label, const QString& recordset, const QString& heading,
                                 const QString& locate, const QString& title);
 
+// The three messages about the name: "<subject> Should Not be Empty." at Save, "<subject> Should Not be
+// Blank." on leaving the box, and the duplicate's.
+void NameMessages(MasterDefinition& definition, const QString& subject, const QString& duplicate);
+
 // The master record screen: a cursor over one table in the order of its statement, the three states
 // (View, Editing, Empty), the move, new, edit, find, delete, save and cancel buttons with their messages.
 // Richer masters derive from it and add their fields through the hooks below; the button logic stays here.

@@ -16,9 +16,7 @@ MasterDefinition DiseaseDefinition() {
                        u"Locate a Specified Disease"_s, u"   [Diseases Master]"_s);
     d.locator = u"SELECT Code, Name FROM Disease ORDER BY Name, Code"_s;
     d.colours = u"MstDet"_s;
-    d.empty = u"Disease Name Should Not be Empty."_s;
-    d.blank = u"Disease Name Should Not be Blank."_s;
-    d.duplicate = u"Duplicate Disease."_s;
+    NameMessages(d, u"Disease Name"_s, u"Duplicate Disease."_s);
     return d;
 }
 
@@ -72,12 +70,7 @@ public:
         m_available = &add<ListBox>(u"LstAvailable"_s);
         m_search = &add<TextBox>(u"Txt_Search"_s);
         m_search->keyFilter = KeyName;
-        m_search->onChange = [this] {
-            const QString text = m_search->text().trimmed();
-            const int row = text.isEmpty() ? 0 : m_available->findRow({text});
-            if (row >= 0)
-                m_available->setCurrent(row);
-        };
+        m_search->onChange = [this] { SearchList(*m_available, m_search->text()); };
         m_chosen = &add<ListBox>(u"LstInvestigation"_s);
         auto& choose = add<Button>(u"Cmd_Add"_s);
         choose.setCaption(u">"_s);

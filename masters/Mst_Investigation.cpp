@@ -16,9 +16,8 @@ MasterDefinition InvestigationDefinition() {
         u"Locate a Specified Investigation"_s, u"   [Investigation Master]"_s);
     d.locator = u"SELECT Code, Name FROM Investigation ORDER BY Name, Code"_s;
     d.colours = u"MstDet"_s;
-    d.empty = u"Investigation Name Should Not be Empty."_s;
+    NameMessages(d, u"Investigation Name"_s, u"Duplicate Investigation."_s);
     d.blank = u"Investigation Name Should Not be Left Blank."_s;
-    d.duplicate = u"Duplicate Investigation."_s;
     return d;
 }
 

@@ -14,9 +14,7 @@ MasterDefinition PhysicalDefinition() {
         u"SELECT * FROM Physical ORDER BY Name, Code"_s, u"List of All Avaliable Physical Examinations"_s,
         u"Locate a Specified Examination"_s, u"   [Physical Examination Master]"_s);
     d.locator = u"SELECT Code, Name FROM Physical ORDER BY Name, Code"_s;
-    d.empty = u"Physical Examination Name Should Not be Empty."_s;
-    d.blank = u"Physical Examination Name Should Not be Blank."_s;
-    d.duplicate = u"Duplicate Examination."_s;
+    NameMessages(d, u"Physical Examination Name"_s, u"Duplicate Examination."_s);
     return d;
 }
 

@@ -70,9 +70,7 @@ std::vector<MasterDefinition> SimpleMasters() {
         u"Mst_DsgRemarks"_s, u"DsgRemark"_s, u"DSGREMARK"_s, u"Comment"_s,
         u"SELECT * FROM DsgRemark ORDER BY Name, Code"_s, u"List of All Avaliable Brand Dosage Remarks"_s,
         u"Locate a Specified Brand Dosage Remark"_s, u"   [Brand Dosage Remarks Master]"_s);
-    remarks.empty = u"Dosage Remark Should Not be Empty."_s;
-    remarks.blank = u"Dosage Remark Should Not be Blank."_s;
-    remarks.duplicate = u"Duplicate Dosage Remark."_s;
+    NameMessages(remarks, u"Dosage Remark"_s, u"Duplicate Dosage Remark."_s);
     m.push_back(remarks);
 
     m.push_back(StandardMaster(u"Mst_InvCategories"_s, u"InvCategory"_s, u"INVCATEGORY"_s, u"Category"_s,
@@ -85,9 +83,7 @@ std::vector<MasterDefinition> SimpleMasters() {
         u"Mst_Symbols"_s, u"Symbols"_s, u"SYMBOLS"_s, u"Symbol"_s,
         u"SELECT * FROM Symbols ORDER BY Name, Code"_s, u"List of All Avaliable Dosage Symbols"_s,
         u"Locate a Specified Dosage Symbol"_s, u"   [Dosage Symbols Master]"_s);
-    symbols.empty = u"Dosage Symbol Should Not be Empty."_s;
-    symbols.blank = u"Dosage Symbol Should Not be Blank."_s;
-    symbols.duplicate = u"Duplicate Symbol."_s;
+    NameMessages(symbols, u"Dosage Symbol"_s, u"Duplicate Symbol."_s);
     m.push_back(symbols);
 
     m.push_back(StandardMaster(u"Mst_Complaints"_s, u"Complaints"_s, u"COMPLAINT"_s, u"Complaint"_s,
