@@ -285,8 +285,11 @@ private:
         QString movie;
     };
 
+    // The front desk has pictures of its own for the options that differ.
     QString MainPicture(int index, bool lit) const {
-        return u":/images/Main%1%2.png"_s.arg(index + 1).arg(lit ? u"Over"_s : QString());
+        static const int frontDesk[kMainOptions] = {11, 2, 12, 5, 6, 7, 8, 13, 9, 10};
+        const int picture = state().RunMode == 2 ? frontDesk[index] : index + 1;
+        return u":/images/Main%1%2.png"_s.arg(picture).arg(lit ? u"Over"_s : QString());
     }
 
     void PaintPictures() {
@@ -305,7 +308,7 @@ private:
         m_heading->setCaption(array(u"ImgMain"_s).at(index)->caption());
         ClearThirdLevel();
         m_active = -1;
-        m_description->setCaption(QString());
+        ShowDescription(*m_description, QString());
         m_options.clear();
         if (m_main == kExitOption) {
             m_exit->setCaption(u"Sure ! You want to Exit"_s);
@@ -340,7 +343,7 @@ private:
             c->setCaption(QString());
             c->setVisible(false);
         }
-        m_subDescription->setCaption(QString());
+        ShowDescription(*m_subDescription, QString());
     }
 
     void HoverOption(int index) {
@@ -363,14 +366,20 @@ private:
             }
             m_thirdShowing = !m_subOptions.empty();
         }
-        m_description->setCaption(option.description.compare(u"ANIMATION"_s, Qt::CaseInsensitive) == 0
-                                      ? QString()
-                                      : option.description);
+        ShowDescription(*m_description, option.description.compare(u"ANIMATION"_s, Qt::CaseInsensitive) == 0
+                                            ? QString()
+                                            : option.description);
     }
 
     void HoverSubOption(int index) {
         if (index < static_cast<int>(m_subOptions.size()))
-            m_subDescription->setCaption(m_subOptions[index].description);
+            ShowDescription(*m_subDescription, m_subOptions[index].description);
+    }
+
+    // A description shows only when there is one.
+    static void ShowDescription(Label& label, const QString& text) {
+        label.setCaption(text);
+        label.setVisible(!text.isEmpty());
     }
 
     void ClickOption(int index) {
