@@ -131,8 +131,8 @@ std::vector<Field> ClinicFields() {
          u"Title For Missed Vaccine Reminders"_s,
          {}},
         // The user and the clinic.
-        {u"Txt_UsrName"_s, u"Clinic_User"_s, Kind::Text, 2, 0, u"Principal Doctor"_s, {}},
-        {u"Txt_ClinicName"_s, u"ClinicName"_s, Kind::Text, 2, 0, u"Clinic / Hospital"_s, {}},
+        {u"Txt_UsrName"_s, u"Clinic_User"_s, Kind::Shown, 2, 0, u"Principal Doctor"_s, {}},
+        {u"Txt_ClinicName"_s, u"ClinicName"_s, Kind::Shown, 2, 0, u"Clinic / Hospital"_s, {}},
         {u"Txt_Regn"_s, u"Registration"_s, Kind::Text, 2, 0, u"Regn. No."_s, {}},
         {u"Txt_Spec"_s, u"Specialise"_s, Kind::Text, 2, 0, u"Specialise"_s, {}},
         {u"Txt_Quali"_s, u"Quali"_s, Kind::Text, 2, 0, u"Qualification"_s, {}},
@@ -191,8 +191,6 @@ public:
         add<Label>(u"LblPhysicalNote"_s)
             .setCaption(
                 u"List of Physical Examination will be updated After  Starting  the  New  Vantrel  Session."_s);
-        for (const QString& name : {u"Txt_UsrName"_s, u"Txt_ClinicName"_s})
-            box(name).setLocked(true);
         for (int i : {1, 2}) {
             auto& age = box(u"TxtControl"_s, i);
             age.onValidate = [this, &age] {

@@ -79,6 +79,12 @@ ParameterScreen::ParameterScreen(Process& owner, const QString& name, std::vecto
         case Kind::Text:
             c = &add<TextBox>(control, index);
             break;
+        case Kind::Shown: {
+            auto& box = add<TextBox>(control, index);
+            box.setLocked(true);
+            c = &box;
+            break;
+        }
         case Kind::Number: {
             auto& box = add<TextBox>(control, index);
             box.setMaxLength(field.width);
@@ -138,6 +144,7 @@ void ParameterScreen::load() {
         Control& c = *control(name, index);
         switch (field.kind) {
         case Kind::Text:
+        case Kind::Shown:
             static_cast<TextBox&>(c).setText(row.text(field.column));
             break;
         case Kind::Number:
@@ -196,6 +203,7 @@ QString ParameterScreen::Value(const QString& column) const {
         const Control& c = *control(name, index);
         switch (field.kind) {
         case Kind::Text:
+        case Kind::Shown:
         case Kind::Number:
             return static_cast<const TextBox&>(c).text().trimmed();
         case Kind::Flag:
@@ -212,6 +220,8 @@ bool ParameterScreen::Write() {
     for (const Field& field : m_fields) {
         const QString value = Value(field.column);
         switch (field.kind) {
+        case Kind::Shown:
+            break;
         case Kind::Text:
             columns.emplace_back(field.column, value);
             break;

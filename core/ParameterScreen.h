@@ -13,7 +13,8 @@ namespace vantrel {
 // row when it opens and writes every column it holds in one statement.
 class ParameterScreen : public Screen {
 public:
-    enum class Kind { Text, Flag, Number, Combo };
+    // Shown: a text the screen shows but never writes.
+    enum class Kind { Text, Shown, Flag, Number, Combo };
     struct Field {
         QString control;
         QString column;

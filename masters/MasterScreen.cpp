@@ -285,6 +285,8 @@ qint64 MasterScreen::locate() {
     ProcessState& s = state();
     s.SelectedCode = currentCode();
     s.ScratchSql = {m_def.locator, {}};
+    // A master looks for a row to show: never a look-up only.
+    s.QueryMode = false;
     process().openModal(u"Find"_s, [this](Screen& find) {
         find.setCaption(m_def.locate);
         if (Control* frame = find.control(u"Frame2"_s))
