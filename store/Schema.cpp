@@ -122,9 +122,24 @@ template <typename Work> bool inTransaction(QSqlDatabase& db, QString* error, Wo
 
 using Upgrade = bool (*)(QSqlDatabase& db, QString* error);
 
+// Creates every index the tables declare that the file does not have yet.
+bool addMissingIndexes(QSqlDatabase& db, QString* error) {
+    for (const Table& table : tables()) {
+        for (const Index& index : table.indexes) {
+            if (!table.staging &&
+                !run(db,
+                     indexStatement(table, index).replace(u"CREATE INDEX"_s, u"CREATE INDEX IF NOT EXISTS"_s),
+                     error))
+                return false;
+        }
+    }
+    return true;
+}
+
 // upgrades[i] brings a database of version i + 1 to version i + 2. A release that changes the schema
 // appends its step here and makes the same change in tables(), which an empty file is created from.
-constexpr std::array<Upgrade, 0> upgrades{};
+// Version 2: the columns the in-use checks look for are indexed on the large tables of prescriptions.
+constexpr std::array<Upgrade, 1> upgrades{addMissingIndexes};
 
 } // namespace
 

@@ -107,6 +107,21 @@ TEST_F(SchemaTest, MigrateCreatesEveryPermanentTableWithItsColumnsAndIndexesOnce
     }
 }
 
+TEST_F(SchemaTest, AFirstReleaseDatabaseGainsTheIndexesOfTheInUseChecksAndKeepsItsRows) {
+    QString error;
+    ASSERT_TRUE(schema::migrate(db, &error)) << qPrintable(error);
+    ASSERT_TRUE(exec(u"DROP INDEX ix_PresDet_GenericCode"_s));
+    ASSERT_TRUE(exec(u"DROP INDEX ix_PresDisease_DiseaseCode"_s));
+    ASSERT_TRUE(exec(u"INSERT INTO PresDet (Code, GenericCode) VALUES (1, 5)"_s));
+    ASSERT_TRUE(exec(u"PRAGMA user_version = 1"_s));
+    ASSERT_TRUE(schema::migrate(db, &error)) << qPrintable(error);
+    EXPECT_EQ(count(u"PRAGMA user_version"_s), schema::currentVersion());
+    EXPECT_EQ(count(u"SELECT count(*) FROM sqlite_master WHERE name IN "
+                    u"('ix_PresDet_GenericCode', 'ix_PresDisease_DiseaseCode')"_s),
+              2);
+    EXPECT_EQ(count(u"SELECT GenericCode FROM PresDet WHERE Code = 1"_s), 5);
+}
+
 TEST_F(SchemaTest, NewerDatabaseIsRefusedAndLeftAlone) {
     const int newer = schema::currentVersion() + 1;
     ASSERT_TRUE(exec(u"PRAGMA user_version = %1"_s.arg(newer)));
