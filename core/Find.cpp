@@ -15,26 +15,30 @@ namespace vantrel {
 //   state.ScratchSql    the statement, giving at least the columns Code and Name, in the list's order;
 //   state.SelectedCode  the code of the row to start on;
 //   state.QueryMode     true when the list is only looked at: nothing can be selected;
-// sets the dialog's caption and the heading over the list (the caption of `Frame2`) in the setup of
-// Process::openModal, and reads state.SelectedCode when it closes: the code chosen, or 0.
+// names the dialog and the heading over the list in the setup of Process::openModal,
+//   process.openModal(u"Find"_s, [](Screen& f) {
+//       f.setCaption(u"Locate a Specified Manufacturer"_s);
+//       f.control(u"Frame2"_s)->setCaption(u"List of All Avaliable Manufacturers"_s);
+//   });
+// and reads state.SelectedCode when it has closed: the code chosen, or 0.
 class Find : public Screen {
 public:
     explicit Find(Process& process) : Screen(process, u"Find"_s) {
         setCaption(u"Locate a Specified Record"_s);
         colourFamily = u"Find"_s;
-        add<Label>(u"Frame2"_s, -1, ControlKind::Frame).setCaption(u"List of Available Records"_s);
-        m_list = &add<ListBox>(u"DBG_Name"_s);
-        m_list->columnHeadings = {u"Name"_s};
-        // Enter inside the list moves along the row, which has one column: the focus stays.
-        m_list->onKeyDown = [](Key key) { return key == Key::Enter; };
-        connect(m_list, &Control::changed, this, [this] { showPosition(); });
-        m_position = &add<Label>(u"Data1"_s);
         add<Label>(u"Frame1"_s, -1, ControlKind::Frame).setCaption(u"Search Text"_s);
         m_search = &add<TextBox>(u"Txt_Search"_s);
         m_search->keyFilter = [](int key, const QString& text, int selStart) {
             return KeyName(key, text, selStart);
         };
         m_search->onChange = [this] { SearchList(*m_list, m_search->text()); };
+        add<Label>(u"Frame2"_s, -1, ControlKind::Frame).setCaption(u"List of Available Records"_s);
+        m_list = &add<ListBox>(u"DBG_Name"_s);
+        m_list->columnHeadings = {u"Name"_s};
+        // Enter inside the list moves along the row, which shows only the name: the focus stays.
+        m_list->onKeyPress = [](int key) { return KeyResult{key == 13 ? 0 : key, false}; };
+        connect(m_list, &Control::changed, this, [this] { showPosition(); });
+        m_position = &add<Label>(u"Data1"_s);
         m_select = &add<Button>(u"Cmd_Ok"_s);
         m_select->setCaption(u"&Select"_s);
         m_select->onClick = [this] { Select(); };

@@ -24,7 +24,10 @@ protected:
     qint64 find(qint64 start, const std::function<void(Screen&)>& steps) {
         state().SelectedCode = start;
         world.host.modal[u"Find"_s].push_back(steps);
-        world.process.openModal(u"Find"_s, [](Screen& f) { f.setCaption(u"Locate a Specified City"_s); });
+        world.process.openModal(u"Find"_s, [](Screen& f) {
+            f.setCaption(u"Locate a Specified City"_s);
+            f.control(u"Frame2"_s)->setCaption(u"List of All Avaliable Cities"_s);
+        });
         return state().SelectedCode;
     }
     static ListBox& list(Screen& f) { return static_cast<ListBox&>(*f.control(u"DBG_Name"_s)); }
@@ -38,6 +41,7 @@ TEST_F(FindTest, StartsOnTheCallersRowAndHandsBackTheRowSelected) {
         EXPECT_EQ(list(f).current(), 2);
         EXPECT_EQ(f.control(u"Data1"_s)->caption(), u"Current Record is 3"_s);
         f.type(search(f), u"aj"_s);
+        EXPECT_EQ(search(f).text(), u"AJ"_s);
         EXPECT_EQ(list(f).current(), 1) << "the typed prefix is compared without case";
         EXPECT_EQ(f.control(u"Data1"_s)->caption(), u"Current Record is 2"_s);
         f.type(search(f), u"x"_s);
@@ -47,6 +51,23 @@ TEST_F(FindTest, StartsOnTheCallersRowAndHandsBackTheRowSelected) {
         f.click(*f.control(u"Cmd_Ok"_s));
     });
     EXPECT_EQ(chosen, 1);
+}
+
+TEST_F(FindTest, TheCallerNamesTheListAndEnterStopsInsideIt) {
+    find(1, [](Screen& f) {
+        EXPECT_EQ(f.control(u"Frame2"_s)->caption(), u"List of All Avaliable Cities"_s);
+        EXPECT_EQ(f.focus(), &search(f));
+        f.type(search(f), u"b  h"_s);
+        EXPECT_EQ(search(f).text(), u"B H"_s) << "one blank between words";
+        f.pressKey(search(f), Key::Enter);
+        EXPECT_EQ(f.focus(), &list(f)) << "Enter leaves the search box for the list";
+        f.selectRow(list(f), 2);
+        f.pressKey(list(f), Key::Enter);
+        EXPECT_EQ(f.focus(), &list(f));
+        EXPECT_EQ(list(f).current(), 2);
+        f.pressKey(list(f), Key::Tab);
+        EXPECT_EQ(f.focus(), f.control(u"Cmd_Ok"_s));
+    });
 }
 
 TEST_F(FindTest, CancelAndTheCloseBoxHandBackNothing) {
@@ -64,11 +85,13 @@ TEST_F(FindTest, AnEmptyListClosesWithItsMessage) {
 
 TEST_F(FindTest, AQueryOnlyShowsAndGivesTheMastersQueryTitleBack) {
     state().QueryMode = true;
-    find(0, [this](Screen& f) {
-        EXPECT_FALSE(f.control(u"Cmd_Ok"_s)->enabled());
+    const qint64 chosen = find(3, [this](Screen& f) {
         EXPECT_EQ(world.host.title, u"Vantrel 3.0 - Dr. Asha Rao   [Locate a Specified City]"_s);
-        EXPECT_EQ(list(f).current(), 0);
+        EXPECT_EQ(list(f).current(), 0) << "a query starts on the first row";
+        EXPECT_FALSE(f.click(*f.control(u"Cmd_Ok"_s)));
+        EXPECT_FALSE(f.isClosed());
     });
+    EXPECT_EQ(chosen, 0);
     EXPECT_EQ(world.host.title, u"Vantrel 3.0 - Dr. Asha Rao   [Masters Query]"_s);
 }
 
