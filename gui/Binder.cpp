@@ -648,7 +648,10 @@ bool Binder::keyPress(Binding& b, QKeyEvent* event) {
     // paste.
     if (held != Qt::NoModifier && key != Key::CtrlEnter)
         return false;
-    // Arrows and Delete keep their usual meaning unless the screen takes them.
+    // Arrows keep their usual meaning unless the screen takes them.
+    if ((key == Key::Up || key == Key::Down) && c.onKeyDown)
+        return c.onKeyDown(*key);
+    // Delete keeps its usual meaning unless the screen takes it.
     if ((key == Key::Up || key == Key::Down || key == Key::Delete) && !c.onKeyDown) {
         if (key != Key::Delete)
             return false;
