@@ -35,26 +35,25 @@ public:
         form = u"Mst_Disease"_s;
         addTextField(u"TxtDetail1"_s, u"Detail1"_s).setCaption(u"Differential Diagnosis / Causes"_s);
         addTextField(u"TxtDetail2"_s, u"Detail2"_s).setCaption(u"Other Investigations / Interpretation"_s);
+        addTextField(u"TxtTypeNotes"_s, u"TypeNotes"_s);
+        // The safety parameter the disease concerns, or none: chosen from the list only.
+        addComboField(
+            u"CmbCategory"_s, u"DiseaseCategory"_s,
+            u"SELECT 0 AS Code, '' AS Name UNION ALL SELECT Code, Name FROM SafetyPara ORDER BY Code"_s, {})
+            .editable = false;
+        addTextField(u"TxtNotes"_s, u"Notes"_s).setMultiLine(true);
         for (const auto& [name, column] : {std::pair{u"Chk_Familial"_s, u"Familial"_s},
                                            {u"Chk_Congenital"_s, u"Congenital"_s},
                                            {u"Chk_Communicable"_s, u"Communicable"_s},
                                            {u"Chk_LifeStyle"_s, u"LifeStyle"_s},
                                            {u"Chk_Genetic"_s, u"Genetic"_s}})
             addFlagField(name, column).setCaption(column);
-        addTextField(u"TxtTypeNotes"_s, u"TypeNotes"_s);
         const QStringList sexCaptions = {u"Male"_s, u"Female"_s, u"Both"_s};
         for (int i = 0; i < kSexes.size(); ++i) {
             auto& option = add<OptionButton>(u"OptSex"_s, i);
             option.group = u"Sex"_s;
             option.setCaption(sexCaptions[i]);
         }
-        // The safety parameter the disease concerns, or none: chosen from the list only.
-        addComboField(
-            u"CmbCategory"_s, u"DiseaseCategory"_s,
-            u"SELECT 0 AS Code, '' AS Name UNION ALL SELECT Code, Name FROM SafetyPara ORDER BY Code"_s, {})
-            .editable = false;
-        auto& notes = addTextField(u"TxtNotes"_s, u"Notes"_s);
-        notes.setMultiLine(true);
 
         m_sourceCaption = &add<Label>(u"LblSource"_s);
         m_sources = &add<ListBox>(u"LstSource"_s);
@@ -64,6 +63,7 @@ public:
                 return false;
             m_profiles = !m_profiles;
             FillSources();
+            FillAvailable();
             return true;
         };
         m_sources->onClick = [this] { FillAvailable(); };
@@ -80,11 +80,6 @@ public:
         remove.onClick = [this] { Remove(); };
     }
 
-    void load() override {
-        FillSources();
-        MasterScreen::load();
-    }
-
 protected:
     void lockFields(bool editing) override {
         for (Control* c : array(u"OptSex"_s))
@@ -92,13 +87,15 @@ protected:
         for (const QString& name : {u"LstSource"_s, u"LstAvailable"_s, u"Txt_Search"_s, u"LstInvestigation"_s,
                                     u"Cmd_Add"_s, u"Cmd_Remove"_s})
             control(name)->setEnabled(editing);
+        // Each edit starts with nothing ticked and nothing offered.
+        FillSources();
+        m_available->clear();
+        m_search->setText(QString());
     }
 
     void clearFields() override {
         SetSex(u"B"_s);
         m_chosen->clear();
-        m_available->clear();
-        FillSources();
     }
 
     void showFields(const Row* row) override {
@@ -170,7 +167,8 @@ private:
         m_sources->setRows(std::move(rows));
     }
 
-    // The investigations of the ticked categories or profiles, with the general ones when asked.
+    // The investigations of the ticked categories or profiles. The general ones, when asked for, come with
+    // them as far as they stand in some category (or profile) themselves.
     void FillAvailable() {
         QVariantList codes;
         bool general = false;
@@ -188,18 +186,16 @@ private:
         if (all) {
             sql = u"SELECT Code, Name FROM Investigation ORDER BY Name, Code"_s;
             codes.clear();
-        } else if (!codes.isEmpty()) {
+        } else if (!codes.isEmpty() || general) {
             QStringList marks;
             for (int i = 0; i < codes.size(); ++i)
                 marks << u"?"_s;
-            sql = u"SELECT A.Code, A.Name FROM Investigation A, %1 B WHERE A.Code = B.InvestigationCode "
-                  "AND B.%2 IN (%3)%4 ORDER BY 2, 1"_s.arg(
+            sql = u"SELECT DISTINCT A.Code, A.Name FROM Investigation A, %1 B WHERE A.Code = "
+                  u"B.InvestigationCode "
+                  "AND (B.%2 IN (%3)%4) ORDER BY A.Name, A.Code"_s.arg(
                       m_profiles ? u"InvtProfiles"_s : u"InvtCatg"_s,
                       m_profiles ? u"ProfileCode"_s : u"CategoryCode"_s, marks.join(u", "_s),
-                      general ? u" UNION SELECT Code, Name FROM Investigation WHERE General <> 0"_s
-                              : QString());
-        } else if (general) {
-            sql = u"SELECT Code, Name FROM Investigation WHERE General <> 0 ORDER BY Name, Code"_s;
+                      general ? u" OR A.General <> 0"_s : QString());
         }
         std::vector<ListRow> rows;
         if (!sql.isEmpty()) {

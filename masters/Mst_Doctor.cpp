@@ -43,17 +43,23 @@ class Mst_Doctor : public MasterScreen {
 public:
     explicit Mst_Doctor(Process& owner) : MasterScreen(owner, DoctorDefinition()) {
         form = u"Mst_Doctor"_s;
+        // The fields in the order the form shows them: the prescriber, then the address and contact.
         for (const auto& [name, column] :
              {std::pair{u"TxtRegnNo"_s, u"ReGnNo"_s}, {u"TxtQualification"_s, u"Quali"_s}})
             addTextField(name, column).keyFilter = KeyName;
         addComboField(u"CmbDepartment"_s, u"Department"_s,
                       u"SELECT Code, Name FROM Department ORDER BY Name, Code"_s, u"Invalid Department."_s);
-        for (const auto& [name, column] :
-             {std::pair{u"TxtAddress"_s, u"Address"_s}, {u"Txtspec"_s, u"Specilise"_s}}) {
-            auto& box = addTextField(name, column);
-            box.setMultiLine(true);
-            box.keyFilter = Upper;
-        }
+        addLinesField(u"Txtspec"_s, u"Specilise"_s);
+        addTextField(u"TxtTiming"_s, u"DayTiming"_s).keyFilter = [](int key, const QString&,
+                                                                    int) -> KeyResult {
+            return {key == '\'' ? 0 : key, false};
+        };
+        // The charge is a number: a blank box stores 0.
+        m_charges = &add<TextBox>(u"TxtCharges"_s);
+        m_charges->keyFilter = [](int key, const QString& text, int selStart) {
+            return KeyDecimal(key, 6, 2, text, selStart);
+        };
+        addLinesField(u"TxtAddress"_s, u"Address"_s);
         addComboField(u"DBCCity"_s, u"City"_s, u"SELECT Code, Name FROM City ORDER BY Name, Code"_s,
                       u"Invalid City."_s);
         for (const auto& [name, column] : {std::pair{u"TxtPhone"_s, u"Phone"_s},
@@ -64,12 +70,8 @@ public:
         addTextField(u"TxtEmail"_s, u"Email"_s).keyFilter = [](int key, const QString&, int) {
             return KeyLowerCase(key);
         };
-        addTextField(u"TxtCharges"_s, u"VisitAmt"_s).keyFilter =
-            [](int key, const QString& text, int selStart) { return KeyDecimal(key, 6, 2, text, selStart); };
-        addTextField(u"TxtTiming"_s, u"DayTiming"_s).keyFilter = [](int key, const QString&,
-                                                                    int) -> KeyResult {
-            return {key == '\'' ? 0 : key, false};
-        };
+        // The printed details of a prescriber come with the program's reports; until then the button says
+        // the option is not there.
         m_print = &add<Button>(u"CmdPrint"_s);
         m_print->setCaption(u"&Print"_s);
         m_print->onClick = [this] { prompter().info(u"Option Not Available."_s); };
@@ -88,7 +90,20 @@ protected:
         return true;
     }
 
-    void lockFields(bool editing) override { m_print->setEnabled(!editing && currentCode() != 0); }
+    void lockFields(bool editing) override {
+        m_charges->setLocked(!editing);
+        m_print->setEnabled(!editing && currentCode() != 0);
+    }
+
+    void clearFields() override { m_charges->setText(QString()); }
+
+    void showFields(const Row* row) override {
+        m_charges->setText(row ? QString::number(row->real(u"VisitAmt"_s), 'g', 12) : QString());
+    }
+
+    void writeFields(std::vector<std::pair<QString, QVariant>>& columns) override {
+        columns.emplace_back(u"VisitAmt"_s, m_charges->text().trimmed().toDouble());
+    }
 
     bool mayEdit() override {
         if (!IsClinicUser())
@@ -110,16 +125,25 @@ protected:
         if (!ScreenRegistry::instance().has(u"Find_Doctor"_s))
             return MasterScreen::locate();
         state().SelectedCode = currentCode();
+        state().QueryMode = false;
         process().openModal(u"Find_Doctor"_s);
         return state().SelectedCode;
     }
 
 private:
+    // A box of several lines in capitals.
+    void addLinesField(const QString& control, const QString& column) {
+        auto& box = addTextField(control, column);
+        box.setMultiLine(true);
+        box.keyFilter = Upper;
+    }
+
     bool IsClinicUser() const {
         return nameBox().text().trimmed().compare(state().Params.text(u"Clinic_User"_s).trimmed(),
                                                   Qt::CaseInsensitive) == 0;
     }
 
+    TextBox* m_charges = nullptr;
     Button* m_print = nullptr;
 };
 

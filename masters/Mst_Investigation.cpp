@@ -21,12 +21,14 @@ MasterDefinition InvestigationDefinition() {
     return d;
 }
 
-// The kinds of result, in the order of their boxes; ResultType holds the number of the ticked one.
-const QStringList kResultBoxes = {u"ChkResultNumeric"_s, u"ChkResultText"_s, u"ChkResultYes"_s,
-                                  u"ChkResultPositive"_s};
-const QStringList kResultCaptions = {u"Numeric Values"_s, u"Text Values"_s, u"Yes / No Values"_s,
-                                     u"Positive / Negative Values"_s};
-enum Result { None, Numeric, Textual, YesNo, Positive };
+// The kinds of result as ResultType holds them: 1 numeric, 2 positive or negative, 3 yes or no, 4 text.
+enum Result { None, Numeric, Positive, YesNo, Textual };
+
+// The box of each kind, in the order of the kinds.
+const QStringList kResultBoxes = {u"ChkResultNumeric"_s, u"ChkResultPositive"_s, u"ChkResultYes"_s,
+                                  u"ChkResultText"_s};
+const QStringList kResultCaptions = {u"Numeric Values"_s, u"Positive / Negative Values"_s,
+                                     u"Yes / No Values"_s, u"Text Values"_s};
 
 KeyResult Number(int key, const QString& text, int selStart) {
     return KeyDecimal(key, 7, 2, text, selStart);
@@ -39,17 +41,20 @@ class Mst_Investigation : public MasterScreen {
 public:
     explicit Mst_Investigation(Process& owner) : MasterScreen(owner, InvestigationDefinition()) {
         form = u"Mst_Investigation"_s;
-        addTextField(u"TxtAmount"_s, u"Amount"_s).keyFilter = Number;
+        addTextField(u"TxtDescription"_s, u"Description"_s).keyFilter = KeyName;
+        // The charge is a number: a blank box stores 0.
+        m_amount = &add<TextBox>(u"TxtAmount"_s);
+        m_amount->keyFilter = Number;
+        m_unit = &addTextField(u"TxtUnit"_s, u"mUnit"_s);
+        m_unit->setCaption(u"Measuring Unit"_s);
+        addTextField(u"TxtRemarks"_s, u"Remarks"_s);
         addFlagField(u"Chk_Template"_s, u"Template"_s).setCaption(u"Report Template"_s);
         addFlagField(u"Chk_General"_s, u"General"_s).setCaption(u"General Investigation"_s);
-        addTextField(u"TxtDescription"_s, u"Description"_s).keyFilter = KeyName;
         for (int i = 0; i < kResultBoxes.size(); ++i) {
             auto& check = add<CheckBox>(kResultBoxes[i]);
             check.setCaption(kResultCaptions[i]);
             check.onClick = [this, &check, i] { SetResult(check.value() ? Result(i + 1) : None); };
         }
-        m_unit = &addTextField(u"TxtUnit"_s, u"mUnit"_s);
-        m_unit->setCaption(u"Measuring Unit"_s);
         m_from = &add<TextBox>(u"Txt_Normal"_s);
         m_to = &add<TextBox>(u"Txt_Normal1"_s);
         m_from->keyFilter = Number;
@@ -62,7 +67,6 @@ public:
         }
         Pair(u"ChkNormalPositive"_s, u"ChkNormalNegative"_s);
         Pair(u"ChkNormalYes"_s, u"ChkNormalNo"_s);
-        addTextField(u"TxtRemarks"_s, u"Remarks"_s);
         m_categories = &add<ListBox>(u"LstCategory"_s);
         m_categories->checkBoxes = true;
     }
@@ -85,6 +89,7 @@ protected:
 
     void lockFields(bool editing) override {
         m_editing = editing;
+        m_amount->setLocked(!editing);
         for (const QString& name : kResultBoxes)
             box(name).setEnabled(editing);
         m_categories->setEnabled(editing);
@@ -92,6 +97,7 @@ protected:
     }
 
     void clearFields() override {
+        m_amount->setText(QString());
         for (int row = 0; row < m_categories->count(); ++row)
             m_categories->setTicked(row, false);
         m_from->setText(QString());
@@ -106,7 +112,8 @@ protected:
         clearFields();
         if (!row)
             return;
-        SetResult(Result(std::clamp<qint64>(row->integer(u"ResultType"_s), None, Positive)));
+        m_amount->setText(NumberText(row->real(u"Amount"_s)));
+        SetResult(Result(std::clamp<qint64>(row->integer(u"ResultType"_s), None, Textual)));
         if (m_result == Numeric) {
             m_from->setText(NumberText(row->real(u"NormalNumFrom"_s)));
             m_to->setText(NumberText(row->real(u"NormalNumTo"_s)));
@@ -146,6 +153,7 @@ protected:
 
     void writeFields(std::vector<std::pair<QString, QVariant>>& columns) override {
         const bool numeric = m_result == Numeric;
+        columns.emplace_back(u"Amount"_s, m_amount->text().trimmed().toDouble());
         columns.emplace_back(u"ResultType"_s, int(m_result));
         columns.emplace_back(u"NormalNumFrom"_s, numeric ? m_from->text().toDouble() : 0.0);
         columns.emplace_back(u"NormalNumTo"_s, numeric ? m_to->text().toDouble() : 0.0);
@@ -224,6 +232,7 @@ private:
         }
     }
 
+    TextBox* m_amount = nullptr;
     TextBox* m_unit = nullptr;
     TextBox* m_from = nullptr;
     TextBox* m_to = nullptr;
