@@ -1,5 +1,7 @@
 #include "core/Screen.h"
 
+#include <algorithm>
+
 #include "core/Host.h"
 #include "core/Process.h"
 #include "core/Prompter.h"
@@ -40,6 +42,17 @@ void Screen::activated() {
 void Screen::close() {
     if (!m_closed)
         m_process.closeScreen(*this);
+}
+
+void Screen::placeLast(Control& control) {
+    const auto it =
+        std::find_if(m_controls.begin(), m_controls.end(),
+                     [&control](const std::unique_ptr<Control>& c) { return c.get() == &control; });
+    if (it == m_controls.end())
+        return;
+    std::unique_ptr<Control> moved = std::move(*it);
+    m_controls.erase(it);
+    m_controls.push_back(std::move(moved));
 }
 
 Control* Screen::control(const QString& name, int index) const {

@@ -68,6 +68,9 @@ public:
         return ref;
     }
     Control* control(const QString& name, int index = -1) const;
+    // Puts a control last in the order Enter and Tab follow, as a screen whose base adds its buttons before
+    // the fields of the screen does.
+    void placeLast(Control& control);
     // The elements of a control array, in index order.
     std::vector<Control*> array(const QString& name) const;
     std::vector<Control*> controls() const;

@@ -139,6 +139,9 @@ qint64 MasterScreen::currentCode() const {
 
 void MasterScreen::load() {
     host().hourglass(true);
+    // The fields of the screen come before its buttons when Enter moves on.
+    for (Control* b : m_buttons)
+        placeLast(*b);
     for (const Bound& field : m_fields) {
         if (!field.statement.isEmpty())
             FillCombo(db(), static_cast<ComboBox&>(*field.control), field.statement);
