@@ -15,7 +15,17 @@ using Field = ParameterScreen::Field;
 const QString kCities = u"SELECT Code, Name FROM City ORDER BY Name, Code"_s;
 
 std::vector<Field> ClinicFields() {
+    // In the order Enter walks them, tab by tab.
     return {
+        // The reminder titles stand with the colours.
+        {u"TxtRemDue"_s, u"RemTitleDue"_s, Kind::Text, 0, 0, u"Title For Due Vaccine Reminders"_s, {}},
+        {u"TxtRemMissed"_s,
+         u"RemTitleMissed"_s,
+         Kind::Text,
+         0,
+         0,
+         u"Title For Missed Vaccine Reminders"_s,
+         {}},
         // Control parameters.
         {u"TxtControl(0)"_s, u"ImpMessageDays"_s, Kind::Number, 1, 3, u"Show Important Message Before"_s, {}},
         {u"TxtControl(1)"_s,
@@ -121,15 +131,6 @@ std::vector<Field> ClinicFields() {
          {}},
         {u"Txt_Footer"_s, u"Footer"_s, Kind::Text, 1, 0, u"Footer for Reports"_s, {}},
         {u"Txt_ReceiptFor"_s, u"ReceiptFor"_s, Kind::Text, 1, 0, u"Default Receipt Text"_s, {}},
-        // Reminder titles stand with the colours.
-        {u"TxtRemDue"_s, u"RemTitleDue"_s, Kind::Text, 0, 0, u"Title For Due Vaccine Reminders"_s, {}},
-        {u"TxtRemMissed"_s,
-         u"RemTitleMissed"_s,
-         Kind::Text,
-         0,
-         0,
-         u"Title For Missed Vaccine Reminders"_s,
-         {}},
         // The user and the clinic.
         {u"Txt_UsrName"_s, u"Clinic_User"_s, Kind::Shown, 2, 0, u"Principal Doctor"_s, {}},
         {u"Txt_ClinicName"_s, u"ClinicName"_s, Kind::Shown, 2, 0, u"Clinic / Hospital"_s, {}},
@@ -203,10 +204,12 @@ public:
         box(u"Txt_Footer"_s).keyFilter = [](int key, const QString&, int) -> KeyResult {
             return {key == '\'' ? 0 : key, false};
         };
+        // Enter puts no line break in the specialisation, it moves on as everywhere; Ctrl+Enter breaks the
+        // line.
         auto& spec = box(u"Txt_Spec"_s);
         spec.setMultiLine(true);
         spec.keyFilter = [](int key, const QString&, int) -> KeyResult {
-            return {key == '\'' || key == 13 ? 0 : key, false};
+            return {key == '\'' ? 0 : key, false};
         };
         for (const QString& name : {u"Txt_Phones"_s, u"Txt_Mobile"_s, u"Txt_Pager"_s, u"Txt_Fax"_s,
                                     u"Txt_Phones1"_s, u"Txt_Phones2"_s}) {
@@ -224,7 +227,7 @@ public:
     void activate() override {
         const bool first = firstActivation();
         ParameterScreen::activate();
-        if (!first || isClosed() || !ControlAccess)
+        if (!first || isClosed() || !firstRun())
             return;
         prompter().info(u"Please fill the required User and Clinic Informations.\n"
                         "Once you apply you won't be prompted again.\n"
@@ -238,14 +241,8 @@ protected:
         columns.emplace_back(u"UserProfileUpdated"_s, 1);
     }
 
-    void afterWrite() override {
-        UpdateClinicPrescriber(db(), Value(u"Clinic_User"_s), [this](const QString& parameter) -> QVariant {
-            if (parameter == u"Department"_s || parameter == u"City1"_s)
-                return Value(parameter).toLongLong();
-            if (parameter == u"DefaultFee"_s)
-                return Value(parameter).toDouble();
-            return Value(parameter);
-        });
+    bool afterWrite() override {
+        return UpdateClinicPrescriber(db(), [this](const QString& parameter) { return Value(parameter); });
     }
 
 private:

@@ -49,6 +49,7 @@ public:
             setCaption(it->second.first);
             m_column = it->second.second;
         }
+        control(u"LblPrompt"_s)->setVisible(verify);
         for (const QString& name : {u"Txt_Old"_s, u"Txt_New"_s, u"Txt_Confirm"_s, u"Txt_Password"_s}) {
             const bool shown = verify == (name == u"Txt_Password"_s);
             control(name)->setVisible(shown);

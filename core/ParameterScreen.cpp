@@ -169,9 +169,9 @@ void ParameterScreen::load() {
     }
     m_schedulerOn = row.flag(m_scheduler);
     control(u"Cmd_Sch"_s)->setCaption(m_schedulerOn ? u"&Turn Off Scheduler"_s : u"&Turn On Scheduler"_s);
-    const bool firstRun = !row.flag(u"UserProfileUpdated"_s);
-    ControlAccess = firstRun;
-    m_tabs->setCurrent(firstRun ? m_tabs->tabs.size() - 1 : 0);
+    m_firstRun = !row.flag(u"UserProfileUpdated"_s);
+    ControlAccess = m_firstRun;
+    m_tabs->setCurrent(m_firstRun ? m_tabs->tabs.size() - 1 : 0);
     afterLoad(row);
 }
 
@@ -244,12 +244,18 @@ bool ParameterScreen::Write() {
         sets << column + u" = ?"_s;
         values << value;
     }
-    if (db().execute(u"UPDATE Control SET "_s + sets.join(u", "_s), values) < 0) {
-        prompter().stop(db().lastError());
-        return false;
+    QString error;
+    bool written = false;
+    {
+        Transaction transaction(db());
+        written = db().execute(u"UPDATE Control SET "_s + sets.join(u", "_s), values) >= 0 && afterWrite() &&
+                  transaction.commit();
+        if (!written)
+            error = db().lastError();
     }
-    afterWrite();
-    return true;
+    if (!written)
+        prompter().stop(error);
+    return written;
 }
 
 void ParameterScreen::Ok() {

@@ -49,12 +49,14 @@ protected:
     // Columns the screen writes besides its fields.
     virtual void writeMore(std::vector<std::pair<QString, QVariant>>& columns) { Q_UNUSED(columns) }
     virtual void afterLoad(const Row& row) { Q_UNUSED(row) }
-    // Run after the row was written.
-    virtual void afterWrite() {}
-    // Written with Ok and Apply; false leaves the screen as it is.
+    // Run after the row was written, in the same transaction: false undoes the write.
+    virtual bool afterWrite() { return true; }
+    // Written with Ok and Apply; false leaves the row and the screen as they were.
     bool Write();
     QString Value(const QString& column) const;
     TabStrip& tabs() const { return *m_tabs; }
+    // The row had not been saved on this screen before: the first run of the program.
+    bool firstRun() const { return m_firstRun; }
 
     void Ok();
     void Apply();
@@ -69,6 +71,7 @@ private:
     std::map<QString, QString> m_colourValues;
     QString m_scheduler;
     bool m_schedulerOn = false;
+    bool m_firstRun = false;
     const Colour* m_currentColour = nullptr;
     TabStrip* m_tabs = nullptr;
 };

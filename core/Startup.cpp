@@ -7,6 +7,7 @@
 #include "core/Screen.h"
 
 #include <QDir>
+#include <optional>
 
 using namespace Qt::StringLiterals;
 
@@ -87,29 +88,71 @@ bool OpenDatabase(Process& process, QString* error) {
 
 namespace {
 
-// The columns of the clinic user's Prescriber row and the parameters they are written from.
-const QStringList kPrescriberColumns = {
-    u"Name"_s, u"ReGnNo"_s, u"Quali"_s, u"Department"_s, u"Address"_s,   u"City"_s,      u"Phone"_s,
-    u"Cell"_s, u"Pager"_s,  u"Fax"_s,   u"Email"_s,      u"Specilise"_s, u"DayTiming"_s, u"VisitAmt"_s};
-const QStringList kPrescriberSources = {u"Clinic_User"_s, u"Registration"_s, u"Quali"_s,   u"Department"_s,
-                                        u"Address1"_s,    u"City1"_s,        u"phones1"_s, u"Mobile"_s,
-                                        u"Pager"_s,       u"Fax"_s,          u"Email"_s,   u"Specialise"_s,
-                                        u"Timing1"_s,     u"DefaultFee"_s};
+// The clinic user's Prescriber row: each column, the parameter it is written from and how it is stored.
+struct PrescriberColumn {
+    QString column;
+    QString parameter;
+    QMetaType::Type type;
+};
 
-QVariantList PrescriberValues(const std::function<QVariant(const QString& parameter)>& value) {
-    QVariantList values;
-    for (const QString& source : kPrescriberSources)
-        values << value(source);
-    return values;
+const std::vector<PrescriberColumn>& ClinicPrescriberColumns() {
+    static const std::vector<PrescriberColumn> columns = {
+        {u"Name"_s, u"Clinic_User"_s, QMetaType::QString},
+        {u"ReGnNo"_s, u"Registration"_s, QMetaType::QString},
+        {u"Quali"_s, u"Quali"_s, QMetaType::QString},
+        {u"Department"_s, u"Department"_s, QMetaType::LongLong},
+        {u"Address"_s, u"Address1"_s, QMetaType::QString},
+        {u"City"_s, u"City1"_s, QMetaType::QString},
+        {u"Phone"_s, u"phones1"_s, QMetaType::QString},
+        {u"Cell"_s, u"Mobile"_s, QMetaType::QString},
+        {u"Pager"_s, u"Pager"_s, QMetaType::QString},
+        {u"Fax"_s, u"Fax"_s, QMetaType::QString},
+        {u"Email"_s, u"Email"_s, QMetaType::QString},
+        {u"Specilise"_s, u"Specialise"_s, QMetaType::QString},
+        {u"DayTiming"_s, u"Timing1"_s, QMetaType::QString},
+        {u"VisitAmt"_s, u"DefaultFee"_s, QMetaType::Double},
+    };
+    return columns;
 }
 
-int AddClinicPrescriber(Database& db, const QVariantList& values) {
-    QStringList marks;
-    for (int i = 0; i < kPrescriberColumns.size(); ++i)
-        marks << u"?"_s;
-    return db.execute(u"INSERT INTO Prescriber (%1) VALUES (%2)"_s.arg(kPrescriberColumns.join(u", "_s),
-                                                                       marks.join(u", "_s)),
-                      values);
+std::optional<qint64> FindClinicPrescriber(Database& db, const QString& clinicUser) {
+    if (const auto row = db.first(u"SELECT Code FROM Prescriber WHERE Name = ?"_s, {clinicUser}))
+        return row->integer(u"Code"_s);
+    return std::nullopt;
+}
+
+// Edits the Prescriber row `code`, or adds one when there is none, from the parameters `value` gives as
+// text; a blank number stores 0. Returns the row's code, 0 when the statement failed.
+qint64 WriteClinicPrescriber(Database& db, std::optional<qint64> code, const ParameterText& value) {
+    QStringList columns;
+    QVariantList values;
+    for (const PrescriberColumn& c : ClinicPrescriberColumns()) {
+        const QString text = value(c.parameter);
+        columns << c.column;
+        switch (c.type) {
+        case QMetaType::LongLong:
+            values << text.trimmed().toLongLong();
+            break;
+        case QMetaType::Double:
+            values << text.trimmed().toDouble();
+            break;
+        default:
+            values << text;
+            break;
+        }
+    }
+    if (code) {
+        if (db.execute(u"UPDATE Prescriber SET %1 = ? WHERE Code = ?"_s.arg(columns.join(u" = ?, "_s)),
+                       values + QVariantList{*code}) < 0)
+            return 0;
+        return *code;
+    }
+    const QStringList marks(columns.size(), u"?"_s);
+    if (db.execute(
+            u"INSERT INTO Prescriber (%1) VALUES (%2)"_s.arg(columns.join(u", "_s), marks.join(u", "_s)),
+            values) < 0)
+        return 0;
+    return db.lastInsertId();
 }
 
 } // namespace
@@ -117,21 +160,13 @@ int AddClinicPrescriber(Database& db, const QVariantList& values) {
 void EnsureClinicPrescriber(Process& process) {
     ProcessState& s = process.state;
     const ClinicParameters& p = s.Params;
-    const QString user = p.text(u"Clinic_User"_s);
-    if (const auto row = s.OpenDb.first(u"SELECT Code FROM Prescriber WHERE Name = ?"_s, {user})) {
-        s.ClinicPrescriberCode = row->integer(u"Code"_s);
+    if (const auto code = FindClinicPrescriber(s.OpenDb, p.text(u"Clinic_User"_s))) {
+        s.ClinicPrescriberCode = *code;
         return;
     }
     if (s.RunMode == 1) {
-        const QVariantList values = PrescriberValues([&p](const QString& parameter) -> QVariant {
-            if (parameter == u"Department"_s)
-                return p.integer(parameter);
-            if (parameter == u"DefaultFee"_s)
-                return p.number(parameter);
-            return p.text(parameter);
-        });
-        const int added = AddClinicPrescriber(s.OpenDb, values);
-        s.ClinicPrescriberCode = added > 0 ? s.OpenDb.lastInsertId() : 0;
+        s.ClinicPrescriberCode = WriteClinicPrescriber(
+            s.OpenDb, std::nullopt, [&p](const QString& parameter) { return p.text(parameter); });
         return;
     }
     process.prompter.stop(
@@ -140,17 +175,8 @@ void EnsureClinicPrescriber(Process& process) {
     ExitApplication(process);
 }
 
-bool UpdateClinicPrescriber(Database& db, const QString& clinicUser,
-                            const std::function<QVariant(const QString& parameter)>& value) {
-    const QVariantList values = PrescriberValues(value);
-    const auto row = db.first(u"SELECT Code FROM Prescriber WHERE Name = ?"_s, {clinicUser});
-    if (!row)
-        return AddClinicPrescriber(db, values) > 0;
-    QStringList sets;
-    for (const QString& column : kPrescriberColumns)
-        sets << column + u" = ?"_s;
-    return db.execute(u"UPDATE Prescriber SET %1 WHERE Code = ?"_s.arg(sets.join(u", "_s)),
-                      values + QVariantList{row->integer(u"Code"_s)}) >= 0;
+bool UpdateClinicPrescriber(Database& db, const ParameterText& value) {
+    return WriteClinicPrescriber(db, FindClinicPrescriber(db, value(u"Clinic_User"_s)), value) > 0;
 }
 
 bool LoadControlParameters(Process& process) {

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QString>
-#include <QVariant>
 #include <functional>
 
 namespace vantrel {
@@ -24,11 +23,17 @@ void ExitApplication(Process& process);
 
 // Reads the Control row into the process and makes sure the clinic user's prescriber row exists.
 bool LoadControlParameters(Process& process);
+
+// The text of a clinic parameter by its name ("Registration", "City1", "DefaultFee", ...): the loaded
+// parameters at start-up, the parameter screen's controls when it saves.
+using ParameterText = std::function<QString(const QString& parameter)>;
+
+// Finds the clinic user's Prescriber row by name; when there is none the main application adds it from the
+// loaded parameters and the front desk refuses to go on.
 void EnsureClinicPrescriber(Process& process);
-// Edits the clinic user's Prescriber row, or adds it, from the values the parameter screen holds, by the
-// name of their parameter ("Registration", "City1", "DefaultFee", ...).
-bool UpdateClinicPrescriber(Database& db, const QString& clinicUser,
-                            const std::function<QVariant(const QString& parameter)>& value);
+// Edits the clinic user's Prescriber row, or adds it, from the same parameters as EnsureClinicPrescriber.
+// False when the statement failed.
+bool UpdateClinicPrescriber(Database& db, const ParameterText& value);
 
 // The paths below the program's folder, and the image folders made when missing.
 void SetPaths(ProcessState& state, const QString& programFolder);
