@@ -182,6 +182,13 @@ void ParameterScreen::activate() {
     if (!db().exists(u"SELECT Code FROM City"_s)) {
         prompter().stop(u"No City Is Defined In City Master"_s);
         close();
+        return;
+    }
+    // The screen opens with the focus on the first field of the tab it shows, never behind a protected tab.
+    for (Control* c : controls()) {
+        if (!focus() && c->tabStrip() == m_tabs->name() && c->tabPage() == m_tabs->current() &&
+            c->tabStop() && c->canTakeFocus())
+            setFocus(*c);
     }
 }
 
@@ -267,7 +274,7 @@ void ParameterScreen::Apply() {
     if (!Write())
         return;
     LoadControlParameters(process());
-    Q_EMIT changed();
+    Q_EMIT repaint();
 }
 
 void ParameterScreen::ChangePassword(const QString& action) {

@@ -122,6 +122,8 @@ public:
 Q_SIGNALS:
     void changed();
     void controlAdded(Control* control);
+    // The clinic's colours changed: the screen is painted again in its family's colours.
+    void repaint();
 
 protected:
     // Delivers one key through the control's filter and rules.

@@ -118,6 +118,10 @@ Binder::Binder(Screen& screen, QWidget* form, bool designed)
         if (!m_detached && m_screen->focus() != m_lastFocus)
             applyFocus();
     });
+    connect(&screen, &Screen::repaint, this, [this] {
+        if (!m_detached)
+            ApplyColours(m_form, m_form, FamilyColours(m_screen->process(), m_screen->colourFamily));
+    });
     connect(&screen, &QObject::destroyed, this, &Binder::detach);
 }
 
