@@ -100,9 +100,21 @@ void Process::closeScreen(Screen& screen) {
             break;
         }
     }
-    // A screen of the main window gives the window back to the launcher as it was.
     if (!screen.modal && !IsHomeScreen(screen.name()))
-        host.resetLauncher();
+        resetLauncher();
+}
+
+void Process::resetLauncher() {
+    if (state.Exiting)
+        return;
+    host.resetLauncher();
+    // The launcher is in front again once no other screen of the main window is open over it.
+    for (const auto& s : m_open) {
+        if (!s->modal && !IsHomeScreen(s->name()))
+            return;
+    }
+    if (Screen* launcher = find(state.RunMode == 2 ? u"OPDSlide"_s : u"Slide"_s))
+        launcher->activated();
 }
 
 bool Process::requestClose(Screen& screen) {

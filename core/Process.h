@@ -121,6 +121,8 @@ public:
     void closeScreen(Screen& screen);
     // A close request from outside: the screen may refuse it.
     bool requestClose(Screen& screen);
+    // The launcher shows again as it was left. closeScreen calls it for every screen of the main window.
+    void resetLauncher();
 
     bool isOpen(const QString& name) const;
     Screen* find(const QString& name) const;
@@ -134,7 +136,6 @@ public:
     void playSound(const QString& event);
 
 private:
-    void activate(Screen& screen);
     std::vector<std::unique_ptr<Screen>> m_open;
     std::vector<std::unique_ptr<Screen>> m_closed;
 };

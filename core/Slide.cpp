@@ -6,6 +6,7 @@
 #include "core/Screen.h"
 #include "core/Startup.h"
 
+#include <QFileInfo>
 #include <map>
 
 using namespace Qt::StringLiterals;
@@ -239,9 +240,12 @@ public:
             picture.setResource(MainPicture(i, false));
             picture.onClick = [this, i] { MainOption(i); };
             picture.onHover = [this, i](bool over) {
-                if (over)
+                if (over && m_hovered != i)
                     process().playSound(u"MOVE"_s);
-                m_hovered = over ? i : -1;
+                if (over)
+                    m_hovered = i;
+                else if (m_hovered == i)
+                    m_hovered = -1;
                 PaintPictures();
             };
         }
@@ -265,6 +269,16 @@ public:
         }
         m_description = &add<Label>(u"LblDescription"_s);
         m_subDescription = &add<Label>(u"LblSubDescription"_s);
+        m_movie = &add<ImageBox>(u"ImgMovie"_s);
+        // The two animations of the launcher, when the program folder has them.
+        const QStringList pads = {u"Pad$01._$1"_s, u"Pad$02._$2"_s};
+        for (int i = 0; i < pads.size(); ++i) {
+            const QString file = state().AppPath + pads[i];
+            const bool shown = QFileInfo(file).isFile();
+            auto& pad = add<ImageBox>(u"ImgPad"_s, i);
+            pad.setResource(shown ? file : QString());
+            pad.setVisible(shown);
+        }
     }
 
     void load() override {
@@ -272,7 +286,16 @@ public:
         MainOption(0, false);
     }
 
-    void activate() override { host().setMainTitle(state().AppTitle); }
+    // The launcher is in front again: at start, and each time the last screen opened from it closes. It shows
+    // as it was left, the main window's title is the program's own again and the person stands on the option
+    // they chose last.
+    void activate() override {
+        host().setMainTitle(state().AppTitle);
+        if (m_active >= 0)
+            setFocus(u"LblOption"_s, m_active);
+        else
+            setFocus(u"ImgMain"_s, m_main - 1);
+    }
 
     // Only the program's own exit closes the launcher.
     bool queryClose() override { return state().Exiting; }
@@ -305,10 +328,12 @@ private:
             process().playSound(u"CLICK"_s);
         m_main = index + 1;
         PaintPictures();
+        setFocus(u"ImgMain"_s, index);
         m_heading->setCaption(array(u"ImgMain"_s).at(index)->caption());
         ClearThirdLevel();
         m_active = -1;
         ShowDescription(*m_description, QString());
+        ShowMovie(QString());
         m_options.clear();
         if (m_main == kExitOption) {
             m_exit->setCaption(u"Sure ! You want to Exit"_s);
@@ -351,6 +376,7 @@ private:
             return;
         process().playSound(u"MOVE"_s);
         m_active = index;
+        setFocus(u"LblOption"_s, index);
         const Option& option = m_options[index];
         ClearThirdLevel();
         if (m_main != kExitOption) {
@@ -366,9 +392,17 @@ private:
             }
             m_thirdShowing = !m_subOptions.empty();
         }
-        ShowDescription(*m_description, option.description.compare(u"ANIMATION"_s, Qt::CaseInsensitive) == 0
-                                            ? QString()
-                                            : option.description);
+        const bool animation = option.description.compare(u"ANIMATION"_s, Qt::CaseInsensitive) == 0;
+        ShowDescription(*m_description, animation ? QString() : option.description);
+        ShowMovie(animation ? option.movie : QString());
+    }
+
+    // The movie of an option under the topics folder; a movie that is not there is left out.
+    void ShowMovie(const QString& movie) {
+        const QString file = state().TopicPath + movie;
+        const bool shown = !movie.trimmed().isEmpty() && QFileInfo(file).isFile();
+        m_movie->setResource(shown ? file : QString());
+        m_movie->setVisible(shown);
     }
 
     void HoverSubOption(int index) {
@@ -399,9 +433,8 @@ private:
         }
         process().playSound(u"SELECT"_s);
         if (m_main == kTopicsOption) {
-            OpenScreen(
-                u"FrmTopics"_s, [text](Screen& s) { s.inputs.insert(u"Topic"_s, text); },
-                u"Option Not Available."_s);
+            OpenScreen(u"FrmTopics"_s,
+                       [topic = m_options[index].name](Screen& s) { s.inputs.insert(u"Topic"_s, topic); });
             return;
         }
         if (text == u"HELP CONTENTS"_s) {
@@ -415,7 +448,7 @@ private:
         const LauncherTarget target = LauncherSecondLevel(state().RunMode, text);
         if (target.query)
             state().QueryMode = true;
-        OpenScreen(target.screen, {}, u"Option Not Available."_s);
+        OpenScreen(target.screen, {});
     }
 
     void ClickSubOption(int index) {
@@ -423,23 +456,22 @@ private:
             return;
         process().playSound(u"SELECT"_s);
         const LauncherTarget target = LauncherThirdLevel(m_options[m_active].name, m_subOptions[index].name);
-        const QString mode = target.mode;
-        OpenScreen(
-            target.screen,
-            [mode, withMode = !target.mode.isEmpty()](Screen& s) {
-                if (withMode)
-                    s.inputs.insert(u"Mode"_s, mode);
-            },
-            u"Option Not Available"_s);
+        if (target.screen.isEmpty()) {
+            prompter().info(u"Option Not Available"_s);
+            return;
+        }
+        OpenScreen(target.screen, [mode = target.mode](Screen& s) {
+            if (!mode.isEmpty())
+                s.inputs.insert(u"Mode"_s, mode);
+        });
     }
 
-    // Opens the screen of an option; an option whose screen the program does not have says so and the
+    // Opens the screen of an option; an option whose screen the program does not have yet says so and the
     // launcher stays as it was.
-    void OpenScreen(const QString& screen, const std::function<void(Screen&)>& setup,
-                    const QString& notAvailable) {
+    void OpenScreen(const QString& screen, const std::function<void(Screen&)>& setup) {
         if (screen.isEmpty() || !ScreenRegistry::instance().has(screen)) {
             state().QueryMode = false;
-            prompter().info(notAvailable);
+            prompter().info(u"Option Not Available."_s);
             return;
         }
         process().open(screen, setup);
@@ -466,6 +498,7 @@ private:
     Label* m_exit = nullptr;
     Label* m_description = nullptr;
     Label* m_subDescription = nullptr;
+    ImageBox* m_movie = nullptr;
 };
 
 namespace {

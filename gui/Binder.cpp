@@ -12,16 +12,19 @@
 #include <QDateEdit>
 #include <QGroupBox>
 #include <QHeaderView>
+#include <QImageReader>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMovie>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTabBar>
 #include <QTabWidget>
 #include <QTableView>
+#include <cstdlib>
 
 using namespace Qt::StringLiterals;
 
@@ -86,6 +89,31 @@ TextState textState(QWidget* widget) {
         return {edit->toPlainText(), c.position(), c.selectionStart(), c.selectionEnd() - c.selectionStart()};
     }
     return {};
+}
+
+// Shows a picture file or resource in a label; a file of several frames plays as a movie.
+void showPicture(QLabel& label, const QString& resource) {
+    QMovie* playing = label.movie();
+    if (playing && playing->fileName() == resource)
+        return;
+    if (playing) {
+        label.setMovie(nullptr);
+        playing->deleteLater();
+    }
+    if (!resource.isEmpty() && QImageReader(resource).supportsAnimation()) {
+        auto* movie = new QMovie(resource, {}, &label);
+        label.setMovie(movie);
+        movie->start();
+        return;
+    }
+    label.setPixmap(resource.isEmpty() ? QPixmap() : QPixmap(resource));
+}
+
+// The person is at a control: the mouse, Tab or a shortcut took the focus there, not the program.
+bool byPerson(const QFocusEvent& event) {
+    const Qt::FocusReason reason = event.reason();
+    return reason == Qt::MouseFocusReason || reason == Qt::TabFocusReason ||
+           reason == Qt::BacktabFocusReason || reason == Qt::ShortcutFocusReason;
 }
 
 } // namespace
@@ -481,8 +509,7 @@ void Binder::refresh(Binding& b) {
         break;
     case ControlKind::Image:
         if (auto* label = qobject_cast<QLabel*>(w)) {
-            const QString& resource = qobject_cast<ImageBox*>(&c)->resource();
-            label->setPixmap(resource.isEmpty() ? QPixmap() : QPixmap(resource));
+            showPicture(*label, qobject_cast<ImageBox*>(&c)->resource());
             if (!b.caption)
                 label->setToolTip(c.caption());
         }
@@ -587,14 +614,15 @@ bool Binder::eventFilter(QObject* watched, QEvent* event) {
             b->control->onHover(false);
         return false;
     case QEvent::FocusIn: {
+        // An option the person reaches is pointed at; one the program gives the focus to is already known to
+        // it.
+        const bool person = byPerson(*static_cast<QFocusEvent*>(event));
         if (option) {
-            if (b->control->onHover)
+            if (person && b->control->onHover)
                 b->control->onHover(true);
             return false;
         }
-        const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
-        if (!m_settingFocus && (reason == Qt::MouseFocusReason || reason == Qt::TabFocusReason ||
-                                reason == Qt::BacktabFocusReason || reason == Qt::ShortcutFocusReason))
+        if (!m_settingFocus && person)
             focusIn(*b);
         return false;
     }
@@ -618,8 +646,10 @@ bool Binder::eventFilter(QObject* watched, QEvent* event) {
     }
 }
 
-// Enter or the space bar picks an option; the arrows move to the option above or below.
+// Enter or the space bar picks an option; the arrows move to the nearest option that way, as the options are
+// laid out on the form.
 bool Binder::optionKey(Binding& b, QKeyEvent* event) {
+    QPoint step;
     switch (event->key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
@@ -627,20 +657,43 @@ bool Binder::optionKey(Binding& b, QKeyEvent* event) {
         m_screen->click(*b.control);
         return true;
     case Qt::Key_Up:
-    case Qt::Key_Down: {
-        const bool down = event->key() == Qt::Key_Down;
-        for (QWidget* w = down ? b.widget->nextInFocusChain() : b.widget->previousInFocusChain();
-             w && w != b.widget; w = down ? w->nextInFocusChain() : w->previousInFocusChain()) {
-            if (qobject_cast<QLabel*>(w) && w->isVisible() && w->focusPolicy() == Qt::StrongFocus) {
-                w->setFocus(down ? Qt::TabFocusReason : Qt::BacktabFocusReason);
-                break;
-            }
-        }
-        return true;
-    }
+        step = {0, -1};
+        break;
+    case Qt::Key_Down:
+        step = {0, 1};
+        break;
+    case Qt::Key_Left:
+        step = {-1, 0};
+        break;
+    case Qt::Key_Right:
+        step = {1, 0};
+        break;
     default:
         return false;
     }
+    const QPoint from = b.widget->mapTo(m_form, b.widget->rect().center());
+    QWidget* nearest = nullptr;
+    int best = 0;
+    for (const auto& other : m_bindings) {
+        QWidget* w = other->widget;
+        const Control* c = other->control;
+        if (w == b.widget || !c || !c->onClick || !w->isVisible() || !w->isEnabled() ||
+            (c->kind() != ControlKind::Label && c->kind() != ControlKind::Image))
+            continue;
+        const QPoint to = w->mapTo(m_form, w->rect().center()) - from;
+        const int along = to.x() * step.x() + to.y() * step.y();
+        const int across = std::abs(to.x() * step.y() + to.y() * step.x());
+        // Within a quarter turn of the arrow's way, the nearest counting the distance off it twice.
+        if (along <= 0 || across > along)
+            continue;
+        if (const int score = along + 2 * across; !nearest || score < best) {
+            nearest = w;
+            best = score;
+        }
+    }
+    if (nearest)
+        nearest->setFocus(step.x() + step.y() > 0 ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+    return true;
 }
 
 bool Binder::keyPress(Binding& b, QKeyEvent* event) {

@@ -19,6 +19,7 @@
 #include <QTimer>
 #include <QUrl>
 #include <QVBoxLayout>
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -221,10 +222,14 @@ void GuiHost::setMainTitle(const QString& title) {
 }
 
 void GuiHost::resetLauncher() {
-    if (m_main) {
+    if (!m_main)
+        return;
+    // The launcher is the first screen of the window; a screen still open over it stays in front.
+    const auto embedded =
+        std::count_if(m_views.begin(), m_views.end(), [](const View& v) { return v.embedded; });
+    if (embedded <= 1)
         m_main->showFirstScreen();
-        focusFrontScreen();
-    }
+    focusFrontScreen();
 }
 
 void GuiHost::hourglass(bool on) {

@@ -51,11 +51,15 @@ class Mst_Allergy : public MasterScreen {
 public:
     explicit Mst_Allergy(Process& owner) : MasterScreen(owner, Definition(KeptTables().front())) {
         form = u"Mst_Allergy"_s;
+        m_typeCaption = &add<Label>(u"LblCmbType"_s);
+        m_typeCaption->setCaption(u"Allergy Type"_s);
         m_type = &add<ComboBox>(u"CmbType"_s);
         m_type->setCaption(u"Allergy Type"_s);
         m_type->onValidate = [this] { return EditMode() == 0 || TypeKnown(); };
         m_quantity = &add<CheckBox>(u"Chk_Qty"_s);
         m_quantity->setCaption(u"Quantitative Personal Detail"_s);
+        m_unitCaption = &add<Label>(u"LblTxtUnit"_s);
+        m_unitCaption->setCaption(u"Unit of Measurement"_s);
         m_unit = &add<TextBox>(u"TxtUnit"_s);
         m_unit->setCaption(u"Unit of Measurement"_s);
     }
@@ -72,9 +76,14 @@ public:
         }
         m_letter = letter;
         setDefinition(Definition(*it));
-        m_type->setVisible(m_letter == u"A"_s);
-        m_quantity->setVisible(m_letter == u"P"_s);
-        m_unit->setVisible(m_letter == u"P"_s);
+        // Only the fields of the kept table show, with their captions.
+        const bool allergy = m_letter == u"A"_s;
+        const bool personal = m_letter == u"P"_s;
+        m_typeCaption->setVisible(allergy);
+        m_type->setVisible(allergy);
+        m_quantity->setVisible(personal);
+        m_unitCaption->setVisible(personal);
+        m_unit->setVisible(personal);
         if (m_letter == u"A"_s)
             FillCombo(db(), *m_type, u"SELECT Code, Name FROM AllergyTypes ORDER BY Name, Code"_s);
         MasterScreen::load();
@@ -141,8 +150,10 @@ private:
     }
 
     QString m_letter;
+    Label* m_typeCaption = nullptr;
     ComboBox* m_type = nullptr;
     CheckBox* m_quantity = nullptr;
+    Label* m_unitCaption = nullptr;
     TextBox* m_unit = nullptr;
 };
 
