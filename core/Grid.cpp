@@ -72,6 +72,10 @@ void Grid::reload() {
 QVariant Grid::cell(int row, const QString& field) const {
     if (row == m_current)
         return value(field);
+    return storedValue(row, field);
+}
+
+QVariant Grid::storedValue(int row, const QString& field) const {
     if (row < 0 || row >= rowCount())
         return {};
     for (auto it = m_rows.at(row).values.cbegin(); it != m_rows.at(row).values.cend(); ++it) {
@@ -79,6 +83,10 @@ QVariant Grid::cell(int row, const QString& field) const {
             return it.value();
     }
     return {};
+}
+
+qint64 Grid::rowId(int row) const {
+    return row >= 0 && row < rowCount() ? m_rows.at(row).rowid : 0;
 }
 
 QString Grid::cellText(int row, int columnNumber) const {

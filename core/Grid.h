@@ -26,6 +26,27 @@ struct GridColumn {
     int width = 0;    // in characters, a hint for the view
 };
 
+// A hidden column holding a code.
+inline GridColumn CodeColumn(int number, const QString& field) {
+    GridColumn c;
+    c.number = number;
+    c.field = field;
+    c.visible = false;
+    return c;
+}
+
+// A shown column, with the drop-down list that serves it, if any.
+inline GridColumn ShownColumn(int number, const QString& field, const QString& caption, int width = 0,
+                              const QString& dropDown = {}) {
+    GridColumn c;
+    c.number = number;
+    c.field = field;
+    c.caption = caption;
+    c.width = width;
+    c.dropDown = dropDown;
+    return c;
+}
+
 // A grid bound to a staging table. Rows are edited in a buffer; leaving an edited row commits it to the
 // table (its rule may refuse), so the table always holds what the grid shows.
 class Grid : public Control {
@@ -58,6 +79,10 @@ public:
     bool dirty() const { return m_dirty; }
 
     QVariant cell(int row, const QString& field) const;
+    // A row as it stands in the table, before the edits of the current line.
+    QVariant storedValue(int row, const QString& field) const;
+    // The table's row id of a stored row; 0 for the new line.
+    qint64 rowId(int row) const;
     QString cellText(int row, int columnNumber) const;
     // The current row's values, as edited.
     QVariant value(const QString& field) const;

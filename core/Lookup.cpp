@@ -6,6 +6,8 @@
 #include "core/Process.h"
 #include "store/Database.h"
 
+#include <map>
+
 using namespace Qt::StringLiterals;
 
 namespace vantrel {
@@ -67,6 +69,53 @@ qint64 ComboCode(const ComboBox& combo) {
             return row.code.toLongLong();
     }
     return -1;
+}
+
+namespace {
+
+std::vector<ListRow> ReadRows(Database& db, const QString& sql, const QVariantList& params) {
+    std::vector<ListRow> rows;
+    for (const Row& row : db.select(sql, params)) {
+        ListRow item;
+        for (const QString& column : row.columns()) {
+            if (column.compare(u"Code"_s, Qt::CaseInsensitive) == 0)
+                item.code = row.value(column);
+            else
+                item.columns.append(row.text(column));
+        }
+        rows.push_back(std::move(item));
+    }
+    return rows;
+}
+
+struct KeptList {
+    QString version;
+    std::vector<ListRow> rows;
+};
+
+} // namespace
+
+qint64 ChosenCode(const ComboBox& combo) {
+    const int current = combo.current();
+    if (current >= 0 && combo.rows().at(current).columns.value(0).trimmed().compare(combo.text().trimmed(),
+                                                                                    Qt::CaseInsensitive) == 0)
+        return combo.rows().at(current).code.toLongLong();
+    return ComboCode(combo);
+}
+
+void FillRows(Database& db, ListControl& list, const QString& sql, const QVariantList& params) {
+    list.setRows(ReadRows(db, sql, params));
+}
+
+void FillRowsKept(Database& db, ListControl& list, const QString& sql, const QStringList& tables) {
+    static std::map<QString, KeptList> kept;
+    const QString version = db.version(tables);
+    KeptList& entry = kept[sql];
+    if (entry.version != version) {
+        entry.rows = ReadRows(db, sql, {});
+        entry.version = version;
+    }
+    list.setRows(entry.rows);
 }
 
 void ShowComboCode(ComboBox& combo, qint64 code) {

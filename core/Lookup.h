@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QVariantList>
 
 namespace vantrel {
 
@@ -36,6 +37,13 @@ void FillCombo(Database& db, ComboBox& combo, const QString& sql,
 // The code of the row the combo's text names (trimmed, without case): 0 for a blank text, -1 when the text is
 // not in the list.
 qint64 ComboCode(const ComboBox& combo);
+// The code of the row the combo's text names, the row picked last first: two rows may share a name.
+qint64 ChosenCode(const ComboBox& combo);
+// Fills a list from a statement: the code from its Code column, the other columns displayed in their order.
+void FillRows(Database& db, ListControl& list, const QString& sql, const QVariantList& params = {});
+// The same for a large list (every brand, every patient): its rows are read once and kept while the tables
+// it reads from do not change.
+void FillRowsKept(Database& db, ListControl& list, const QString& sql, const QStringList& tables);
 // Shows the row of this code, or a blank text when no row has it.
 void ShowComboCode(ComboBox& combo, qint64 code);
 

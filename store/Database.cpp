@@ -18,6 +18,8 @@ Row::Row(const QSqlRecord& record) {
     }
 }
 
+Row::Row(QStringList names, QVariantList values) : m_names(std::move(names)), m_values(std::move(values)) {}
+
 int Row::indexOf(const QString& column) const {
     for (int i = 0; i < m_names.size(); ++i) {
         if (m_names.at(i).compare(column, Qt::CaseInsensitive) == 0)
@@ -115,22 +117,28 @@ void Database::close() {
     m_db = QSqlDatabase();
     QSqlDatabase::removeDatabase(m_connection);
     m_connection.clear();
+    m_watched.clear();
 }
 
 bool Database::isOpen() const {
     return !m_connection.isEmpty() && m_db.isOpen();
 }
 
+void Database::remember(const QSqlError& error) {
+    m_lastError = error.text();
+    m_lastErrorNumber = error.nativeErrorCode().toInt();
+}
+
 bool Database::prepare(QSqlQuery& query, const QString& sql, const QVariantList& params) {
     query.setForwardOnly(true);
     if (!query.prepare(sql)) {
-        m_lastError = query.lastError().text();
+        remember(query.lastError());
         return false;
     }
     for (const QVariant& p : params)
         query.addBindValue(p);
     if (!query.exec()) {
-        m_lastError = query.lastError().text();
+        remember(query.lastError());
         return false;
     }
     return true;
@@ -148,9 +156,40 @@ Rows Database::select(const QString& sql, const QVariantList& params) {
     QSqlQuery query(m_db);
     if (!prepare(query, sql, params))
         return rows;
-    while (query.next())
-        rows.emplace_back(query.record());
+    // The names are read once; each row shares them.
+    QStringList names;
+    int columns = 0;
+    while (query.next()) {
+        if (names.isEmpty()) {
+            const QSqlRecord record = query.record();
+            columns = record.count();
+            for (int i = 0; i < columns; ++i)
+                names.append(record.fieldName(i));
+        }
+        QVariantList values;
+        values.reserve(columns);
+        for (int i = 0; i < columns; ++i)
+            values.append(query.value(i));
+        rows.emplace_back(names, std::move(values));
+    }
     return rows;
+}
+
+QString Database::version(const QStringList& tables) {
+    // Triggers of the connection count the changes of each table watched.
+    execute(u"CREATE TEMP TABLE IF NOT EXISTS TableVersion (Name TEXT PRIMARY KEY, Version INTEGER)"_s);
+    QStringList parts{m_connection, scalar(u"PRAGMA data_version"_s).toString()};
+    for (const QString& table : tables) {
+        if (!m_watched.contains(table)) {
+            for (const QString& event : {u"INSERT"_s, u"UPDATE"_s, u"DELETE"_s})
+                execute(u"CREATE TEMP TRIGGER IF NOT EXISTS \"Watch%1%2\" AFTER %2 ON main.\"%1\" BEGIN "
+                        "INSERT INTO TableVersion (Name, Version) VALUES ('%1', 1) "
+                        "ON CONFLICT (Name) DO UPDATE SET Version = Version + 1; END"_s.arg(table, event));
+            m_watched.append(table);
+        }
+        parts.append(scalar(u"SELECT Version FROM TableVersion WHERE Name = ?"_s, {table}).toString());
+    }
+    return parts.join(u'/');
 }
 
 std::optional<Row> Database::first(const QString& sql, const QVariantList& params) {
@@ -178,7 +217,7 @@ qint64 Database::lastInsertId() {
 
 bool Database::begin() {
     if (!m_db.transaction()) {
-        m_lastError = m_db.lastError().text();
+        remember(m_db.lastError());
         return false;
     }
     return true;
@@ -186,7 +225,7 @@ bool Database::begin() {
 
 bool Database::commit() {
     if (!m_db.commit()) {
-        m_lastError = m_db.lastError().text();
+        remember(m_db.lastError());
         return false;
     }
     return true;

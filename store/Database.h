@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QSqlDatabase>
+#include <QSqlError>
 #include <QSqlQuery>
 #include <QString>
 #include <QVariant>
@@ -16,6 +17,7 @@ class Row {
 public:
     Row() = default;
     explicit Row(const QSqlRecord& record);
+    Row(QStringList names, QVariantList values);
 
     QVariant value(const QString& column) const;
     // Text read with an empty text joined to it: Null reads as "".
@@ -61,10 +63,16 @@ public:
     // The first column of the first row, or an invalid QVariant when there is none.
     QVariant scalar(const QString& sql, const QVariantList& params = {});
     bool exists(const QString& sql, const QVariantList& params = {});
+    // A number that changes whenever a row of one of these tables changes, through this connection or
+    // another: a list read from them may be kept while it stays the same.
+    QString version(const QStringList& tables);
+
     // The code given by the engine to the row just added.
     qint64 lastInsertId();
 
     QString lastError() const { return m_lastError; }
+    // The engine's number of the last error.
+    int lastErrorNumber() const { return m_lastErrorNumber; }
 
     bool begin();
     bool commit();
@@ -72,10 +80,13 @@ public:
 
 private:
     bool prepare(QSqlQuery& query, const QString& sql, const QVariantList& params);
+    void remember(const QSqlError& error);
     QSqlDatabase m_db;
     QString m_connection;
     QString m_path;
     QString m_lastError;
+    int m_lastErrorNumber = 0;
+    QStringList m_watched;
 };
 
 // A transaction that rolls back by itself unless it was committed.

@@ -139,7 +139,8 @@ bool addMissingIndexes(QSqlDatabase& db, QString* error) {
 // upgrades[i] brings a database of version i + 1 to version i + 2. A release that changes the schema
 // appends its step here and makes the same change in tables(), which an empty file is created from.
 // Version 2: the columns the in-use checks look for are indexed on the large tables of prescriptions.
-constexpr std::array<Upgrade, 1> upgrades{addMissingIndexes};
+// Version 3: the links the brand filters search by (indication, group) are indexed.
+constexpr std::array<Upgrade, 2> upgrades{addMissingIndexes, addMissingIndexes};
 
 } // namespace
 

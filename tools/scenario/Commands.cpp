@@ -165,6 +165,26 @@ void World::run(const Step& step) {
             if (!q.exec(arg(1)))
                 fail(u"the statement failed: %1"_s.arg(q.lastError().text()));
         });
+    } else if (cmd == u"sql-file"_s) {
+        // Statements ending with a semicolon at the end of a line, from a file beside the scenario file.
+        QFile file(QDir(step.folder).filePath(arg(1)));
+        if (!file.open(QIODevice::ReadOnly))
+            fail(u"cannot read %1"_s.arg(arg(1)));
+        const QString text = QString::fromUtf8(file.readAll());
+        withDatabase([&](QSqlDatabase& db) {
+            QString statement;
+            for (const QString& line : text.split(u'\n')) {
+                if (line.trimmed().startsWith(u"--"_s))
+                    continue;
+                statement += line + u'\n';
+                if (!line.trimmed().endsWith(u';'))
+                    continue;
+                QSqlQuery q(db);
+                if (!q.exec(statement))
+                    fail(u"the statement failed: %1"_s.arg(q.lastError().text()));
+                statement.clear();
+            }
+        });
     } else if (cmd == u"reload"_s) {
         ensureSession();
         LoadControlParameters(p);

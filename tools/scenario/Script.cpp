@@ -2,6 +2,7 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <functional>
 
 using namespace Qt::StringLiterals;
 
@@ -57,7 +58,7 @@ Stop readSteps(const QStringList& lines, const QString& file, qsizetype& at, std
             ++at;
             continue;
         }
-        Step step{file, lineNo, {}, {}};
+        Step step{file, lineNo, {}, {}, {}};
         if (!splitWords(text, &step.words)) {
             *error = u"%1:%2: unclosed quote"_s.arg(file).arg(lineNo);
             return Stop::Error;
@@ -117,6 +118,15 @@ bool parseFile(const QString& path, std::vector<Scenario>* scenarios, QString* e
             return false;
         scenarios->push_back(std::move(next));
     }
+    const QString folder = QFileInfo(path).absolutePath();
+    const std::function<void(std::vector<Step>&)> place = [&](std::vector<Step>& steps) {
+        for (Step& step : steps) {
+            step.folder = folder;
+            place(step.block);
+        }
+    };
+    for (Scenario& scenario : *scenarios)
+        place(scenario.steps);
     return true;
 }
 

@@ -12,6 +12,7 @@ struct Step {
     int line = 0;
     QStringList words; // the command and its arguments, quotes removed
     std::vector<Step> block;
+    QString folder; // where the scenario file lies: files it names are found beside it
 };
 
 struct Scenario {
