@@ -163,6 +163,9 @@ public:
     Button(Screen& screen, const QString& name, int index = -1);
 };
 
+// The colour a label is painted in to tell a class at a glance, as the safety panels do.
+enum class Tone { None, Safe, Unsafe, Uncertain, Careful, Adjust };
+
 class Label : public Control {
     Q_OBJECT
 public:
@@ -171,9 +174,17 @@ public:
     void setText(const QString& text) { setCaption(text); }
     bool rich() const { return m_rich; }
     void setRich(bool on) { m_rich = on; }
+    Tone tone() const { return m_tone; }
+    void setTone(Tone tone) {
+        if (m_tone != tone) {
+            m_tone = tone;
+            notify();
+        }
+    }
 
 private:
     bool m_rich = false;
+    Tone m_tone = Tone::None;
 };
 
 class ImageBox : public Control {

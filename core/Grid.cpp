@@ -188,6 +188,15 @@ bool Grid::tick(int columnNumber, bool on) {
     return !onColumnLeave || onColumnLeave(columnNumber);
 }
 
+bool Grid::clickCell(int row, int columnNumber) {
+    if (!goToRow(row))
+        return false;
+    setCurrentColumn(columnNumber);
+    if (onCellClick)
+        onCellClick(columnNumber);
+    return true;
+}
+
 bool Grid::commit() {
     if (!m_dirty)
         return true;

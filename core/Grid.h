@@ -98,6 +98,8 @@ public:
     bool tick(int columnNumber, bool on);
     bool commit();
     bool deleteRow();
+    // The person clicks a cell: its row becomes current, then the cell's rule runs.
+    bool clickCell(int row, int columnNumber);
     // Leaves the grid: an edited row is committed first.
     bool leave() { return commit(); }
 
@@ -108,6 +110,7 @@ public:
     std::function<bool()> onDelete;
     std::function<void(int columnNumber, const ListRow& row)> onPick;
     std::function<void()> onRowChange;
+    std::function<void(int columnNumber)> onCellClick;
 
 private:
     struct RowData {

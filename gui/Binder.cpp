@@ -401,6 +401,15 @@ void Binder::wireGrid(Binding& b) {
                 QMetaObject::invokeMethod(
                     this, [this, &b, row] { gridRowChosen(b, row); }, Qt::QueuedConnection);
             });
+    // A click on a cell of a grid that has a rule for it.
+    connect(view, &QAbstractItemView::clicked, this, [this, &b, model](const QModelIndex& index) {
+        auto& grid = *qobject_cast<Grid*>(b.control.data());
+        const GridColumn* column = model->columnAt(index.column());
+        if (m_updating || !live(b) || !grid.onCellClick || !column)
+            return;
+        if (m_screen->focus() == &grid || m_screen->moveFocus(&grid))
+            grid.clickCell(index.row(), column->number);
+    });
     // A rule refused what was typed or picked: the cell opens again.
     connect(model, &GridModel::refused, view, [view](const QModelIndex& index) {
         const QPersistentModelIndex cell(index);
@@ -503,6 +512,7 @@ void Binder::refresh(Binding& b) {
         if (auto* label = qobject_cast<QLabel*>(w)) {
             label->setTextFormat(qobject_cast<Label*>(&c)->rich() ? Qt::RichText : Qt::PlainText);
             label->setText(c.caption());
+            paintTone(*label, qobject_cast<Label*>(&c)->tone());
         } else if (auto* frame = qobject_cast<QGroupBox*>(w); frame && !c.caption().isEmpty()) {
             frame->setTitle(c.caption());
         }
@@ -516,6 +526,23 @@ void Binder::refresh(Binding& b) {
         break;
     }
     --m_updating;
+}
+
+// A label that tells a class is painted in the class's colours; one that told a class and no longer does
+// is painted grey. Labels that never told one keep the form's own look.
+void Binder::paintTone(QLabel& label, Tone tone) {
+    if (tone == Tone::None && !label.property("toned").toBool())
+        return;
+    label.setProperty("toned", true);
+    static const char* const styles[] = {
+        "color: #6b7280;",
+        "background: #d9f2df; color: #14532d; border-radius: 3px; padding: 1px 4px;",
+        "background: #fad4d4; color: #8b1111; border-radius: 3px; padding: 1px 4px; font-weight: bold;",
+        "background: #fdefc3; color: #7a4b00; border-radius: 3px; padding: 1px 4px;",
+        "background: #d6e6fa; color: #0c3b73; border-radius: 3px; padding: 1px 4px;",
+        "background: #e9def7; color: #4b2a7a; border-radius: 3px; padding: 1px 4px;",
+    };
+    label.setStyleSheet(QString::fromLatin1(styles[static_cast<int>(tone)]));
 }
 
 void Binder::refreshText(Binding& b) {

@@ -6,6 +6,7 @@
 #include "gui/GridModel.h"
 
 #include <QHash>
+#include <QLabel>
 #include <QObject>
 #include <QPointer>
 #include <QStringList>
@@ -61,6 +62,7 @@ private:
     void wireGrid(Binding& b);
     void refresh(Binding& b);
     void refreshText(Binding& b);
+    static void paintTone(QLabel& label, Tone tone);
     void refreshList(Binding& b);
     void refreshGrid(Binding& b);
     bool ruled(const std::function<bool()>& step);

@@ -12,6 +12,8 @@
 #include "core/Screen.h"
 #include "core/Startup.h"
 #include "masters/Checks.h"
+#include "prescription/BrandCheck.h"
+#include "prescription/FrmPrescription.h"
 #include "store/Schema.h"
 
 #include <QCoreApplication>
@@ -41,6 +43,8 @@ constexpr int kLinesPerPrescription = 6;
 constexpr int kManufacturers = 600;
 constexpr int kForms = 40;
 constexpr int kDiseases = 2000;
+constexpr int kIndications = 300;
+constexpr int kGroups = 60;
 
 class QuietHost : public Host {
 public:
@@ -174,6 +178,30 @@ bool Build(const QString& path) {
                  [&pick](int i) {
                      return QVariantList{i, pick(kDrugs)};
                  }) &&
+            Fill(db, u"INSERT INTO GenericPharma (GenericCode, PharmaCode) VALUES (?, ?)"_s, kBrands / 3,
+                 [&pick](int i) {
+                     return QVariantList{i * 3, pick(kDrugs)};
+                 }) &&
+            Fill(db, u"INSERT INTO Indication (Code, Name) VALUES (?, ?)"_s, kIndications,
+                 [](int i) {
+                     return QVariantList{i, u"INDICATION %1"_s.arg(i, 4, 10, QChar(u'0'))};
+                 }) &&
+            Fill(db, u"INSERT INTO PharmaIndication (PharmaCode, IndicationCode) VALUES (?, ?)"_s, kDrugs * 2,
+                 [&pick](int i) {
+                     return QVariantList{(i + 1) / 2, pick(kIndications)};
+                 }) &&
+            Fill(db, u"INSERT INTO GroupName (Code, Name) VALUES (?, ?)"_s, kGroups,
+                 [](int i) {
+                     return QVariantList{i, u"GROUP %1"_s.arg(i, 3, 10, QChar(u'0'))};
+                 }) &&
+            Fill(db, u"INSERT INTO GenericGroup (GenericCode, GroupCode) VALUES (?, ?)"_s, kBrands,
+                 [&pick](int i) {
+                     return QVariantList{i, pick(kGroups)};
+                 }) &&
+            Fill(db, u"INSERT INTO Symbols (Code, Name) VALUES (?, ?)"_s, 30,
+                 [](int i) {
+                     return QVariantList{i, u"%1-0-%1"_s.arg(i)};
+                 }) &&
             Fill(db, u"INSERT INTO GenericDsgFm (GenericCode, DsgFmCode, Remark) VALUES (?, ?, '10 TAB')"_s,
                  kBrands * 2,
                  [](int i) {
@@ -219,9 +247,12 @@ bool Build(const QString& path) {
 }
 
 // Runs the operation `runs` times and prints its median and 95th percentile.
-void Measure(const char* name, int runs, const std::function<void(int)>& operation) {
+void Measure(const char* name, int runs, const std::function<void(int)>& operation,
+             const std::function<void(int)>& prepare = {}) {
     std::vector<double> times;
     for (int i = 0; i < runs; ++i) {
+        if (prepare)
+            prepare(i);
         QElapsedTimer timer;
         timer.start();
         operation(i);
@@ -288,5 +319,76 @@ int main(int argc, char** argv) {
         s.ScratchSql = {u"SELECT Code, Name FROM PharmaName ORDER BY Name"_s, {}};
         process.openModal(u"Find"_s);
     });
+
+    // The prescription screen, driven as the doctor drives it.
+    Measure("open the prescription screen", runs, [&](int) {
+        if (Screen* screen = process.open(u"FrmPrescription"_s))
+            process.closeScreen(*screen);
+    });
+    auto* pres = static_cast<FrmPrescription*>(process.open(u"FrmPrescription"_s));
+    if (!pres) {
+        std::fprintf(stderr, "the prescription screen did not open\n");
+        return 1;
+    }
+    Measure("brand popup, no filter", runs, [&](int) {
+        pres->brandFilters() = {};
+        pres->BuildBrandList();
+    });
+    const std::pair<const char*, qint64 BrandFilters::*> filters[] = {
+        {"brand popup, drug filter", &BrandFilters::drug},
+        {"brand popup, indication filter", &BrandFilters::indication},
+        {"brand popup, group filter", &BrandFilters::group},
+        {"brand popup, manufacturer filter", &BrandFilters::company}};
+    const int filterRange[] = {kDrugs, kIndications, kGroups, kManufacturers};
+    for (int f = 0; f < 4; ++f) {
+        Measure(filters[f].first, runs, [&](int) {
+            pres->brandFilters() = {};
+            pres->brandFilters().*(filters[f].second) = random.bounded(filterRange[f]) + 1;
+            pres->BuildBrandList();
+        });
+    }
+    pres->brandFilters() = {};
+    pres->BuildBrandList();
+    pres->click(*pres->control(u"CmdCtlButton"_s, 0));
+    Measure("next prescription", runs, [&](int) { pres->click(*pres->control(u"CmdCtlButton"_s, 2)); });
+
+    // A prescription of eight lines for a patient in every state, and a ninth line checked against it.
+    pres->click(*pres->control(u"CmdCtlButton"_s, 4));
+    pres->state().CurrentPatientCode = 1;
+    pres->states.fill(true);
+    for (int line = 0; line < 8; ++line)
+        s.OpenDb.execute(u"INSERT INTO TmpDet (Code, Name, DsgFmCode, Dosage) SELECT Code, Name, ?, '1-0-1' "
+                         "FROM GenericName WHERE Code = ?"_s,
+                         {1 + (line * 11) % kForms, 1 + line * 997});
+    BrandCheckContext context;
+    context.screen = pres;
+    context.lines = u"TmpDet"_s;
+    context.allergies = u"TmpPresAllergy"_s;
+    context.diseases = u"TmpDisease"_s;
+    context.states = pres->states;
+    s.OpenDb.execute(u"INSERT INTO TmpPresAllergy (AllergyCode, AllergyType, AgeCode) VALUES (17, 'D', 1), "
+                     "(3, 'G', 1)"_s);
+    s.OpenDb.execute(u"INSERT INTO TmpDisease (DiseaseCode, DiseaseName) VALUES (5, 'DISEASE 0005')"_s);
+    Measure("CheckBrandLine, every check, 8 lines", runs, [&](int) {
+        const qint64 brand = random.bounded(kBrands) + 1;
+        CheckBrandLine(context, brand, 1 + (brand % kForms), true, 0);
+    });
+
+    // Save of a new prescription of eight lines.
+    Measure(
+        "new prescription", runs, [&](int) { pres->click(*pres->control(u"CmdCtlButton"_s, 4)); },
+        [&](int) { pres->click(*pres->control(u"CmdCtlButton"_s, 9)); });
+    Measure(
+        "save a new prescription of 8 lines", runs,
+        [&](int) { pres->click(*pres->control(u"CmdCtlButton"_s, 8)); },
+        [&](int) {
+            pres->click(*pres->control(u"CmdCtlButton"_s, 4));
+            auto* patient = static_cast<ComboBox*>(pres->control(u"Cmb_Patient"_s));
+            pres->choose(*patient, {u"PATIENT %1"_s.arg(random.bounded(kPatients) + 1, 6, 10, QChar(u'0'))});
+            for (int line = 0; line < 8; ++line)
+                s.OpenDb.execute(u"INSERT INTO TmpDet (Code, Name, DsgFmCode, Dosage) SELECT Code, Name, 1, "
+                                 "'1-0-1' FROM GenericName WHERE Code = ?"_s,
+                                 {random.bounded(kBrands) + 1});
+        });
     return 0;
 }

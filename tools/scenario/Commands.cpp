@@ -352,6 +352,8 @@ void World::run(const Step& step) {
             g.tick(columnNumber(g, arg(3)), action == u"tick"_s);
         else if (action == u"commit"_s)
             g.commit();
+        else if (action == u"click"_s)
+            g.clickCell(arg(3).toInt() - 1, columnNumber(g, arg(4)));
         else if (action == u"delete"_s)
             g.deleteRow();
         else
