@@ -367,10 +367,7 @@ bool FrmPrescription::newBrand(const QString& name) {
     qint64 form = 0;
     process().openModal(
         u"FrmNewBrand"_s,
-        [&name](Screen& dialog) {
-            dialog.inputs.insert(u"nbCalledFrom"_s, u"FrmPrescription"_s);
-            dialog.inputs.insert(u"GetBrandName"_s, name.trimmed().toUpper());
-        },
+        [&name](Screen& dialog) { dialog.inputs.insert(u"GetBrandName"_s, name.trimmed().toUpper()); },
         [&brand, &form](Screen& dialog) {
             brand = dialog.outputs.value(u"GetNewBrandCode"_s).toLongLong();
             form = dialog.outputs.value(u"GetNewDsgCode"_s).toLongLong();
