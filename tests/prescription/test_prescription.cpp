@@ -1,5 +1,6 @@
 #include "core/Startup.h"
 #include "prescription/BrandList.h"
+#include "prescription/Safety.h"
 #include "prescription/Staging.h"
 #include "tests/support/Fakes.h"
 
@@ -236,6 +237,82 @@ TEST_F(PrescriptionTest, ASubstituteTakesTheLinesPlaceOnlyWhenItPassesTheChecks)
     s.click(*s.control(u"CmdBrand"_s, 2));
     EXPECT_EQ(w.prompter.messages, QStringList{});
     EXPECT_EQ(grid.text(u"Name"_s), u"MOXCLAV"_s);
+}
+
+TEST(SafetyClassTest, TheWorstDrugNamesTheClassAndTheCountsNameTheDrugs) {
+    const auto verdict = [](const BrandSafety& rows) { return ClassifyBrandSafety(rows, 1); };
+    // Three drugs: one unsafe, one not used, one safe.
+    auto mixed = verdict({{1, 2, 1}, {1, 5, 1}, {1, 1, 1}, {2, 2, 3}});
+    EXPECT_EQ(mixed.cls, SafetyClass::Unsafe);
+    EXPECT_EQ(mixed.caption, u"Un-Safe"_s);
+    EXPECT_EQ(mixed.text, u"Un-Safe in One Drug And Not Used in One Drug"_s);
+    // A brand of one drug reads "All", the test for all coming first.
+    EXPECT_EQ(verdict({{1, 2, 1}}).text, u"Un-Safe in All Drugs"_s);
+    EXPECT_EQ(verdict({{1, 5, 2}, {1, 3, 1}}).text, u"Not Used in 2 Drugs"_s);
+    auto unknown = verdict({{1, 6, 3}});
+    EXPECT_EQ(unknown.cls, SafetyClass::Uncertain);
+    EXPECT_EQ(unknown.text, u"Not Known in All Drugs"_s);
+    EXPECT_EQ(verdict({{1, 4, 2}, {1, 1, 1}}).text, u"Carefull Approach in 2 Drugs"_s);
+    EXPECT_EQ(verdict({{1, 1, 2}}).caption, u"Safe"_s);
+    EXPECT_EQ(verdict({{1, 1, 2}}).text, QString());
+    auto none = verdict({{2, 2, 1}});
+    EXPECT_EQ(none.cls, SafetyClass::None);
+    EXPECT_EQ(none.caption, u"Not Available"_s);
+    for (const auto& v : {mixed, unknown, none, verdict({{1, 4, 1}}), verdict({{1, 1, 1}})})
+        EXPECT_EQ(SafetyClassOfCaption(v.caption), v.cls);
+    // Panel rows: Paediatrics, Elderly, Pregnancy, Lactation, Liver, Renal, Pulmonary.
+    EXPECT_EQ((std::vector<int>{SafetyPanelRow(1), SafetyPanelRow(2), SafetyPanelRow(3), SafetyPanelRow(4),
+                                SafetyPanelRow(5), SafetyPanelRow(6), SafetyPanelRow(7)}),
+              (std::vector<int>{2, 3, 0, 1, 5, 4, 6}));
+}
+
+TEST_F(PrescriptionTest, TheSafetyViewerStepsThroughABrandsDrugs) {
+    run(u"UPDATE DrugSafety SET Remark = 'AVOID IN' || char(10) || 'THIRD TRIMESTER' WHERE PharmaCode = 2 "
+        "AND SafeFieldCode = 1"_s);
+    w.host.modal[u"FrmBrandSafety"_s].push_back([](Screen& s) {
+        EXPECT_EQ(s.caption(), u"Brand Safety Parameters"_s);
+        EXPECT_EQ(s.control(u"CmdQuit"_s)->caption(), u"&Quit from Brand Safety Parameters"_s);
+        EXPECT_EQ(s.control(u"LblBrandTitle"_s)->caption(), u" Safety Parameters of Brand [COMBIFLAM] "_s);
+        EXPECT_FALSE(s.control(u"LblDrugSafe1"_s, 2)->visible());
+        s.click(*s.control(u"LblDrug"_s));
+        EXPECT_TRUE(s.control(u"LblDrugSafe1"_s, 2)->visible());
+        EXPECT_FALSE(s.control(u"LblBrandSafe1"_s, 2)->visible());
+        EXPECT_EQ(s.control(u"LblDrugTitle"_s)->caption(), u" Safety Parameters of Drug [IBUPROFEN] "_s);
+        EXPECT_EQ(qobject_cast<TextBox*>(s.control(u"TxtDrugSafety"_s, 2))->text(),
+                  u"AVOID IN THIRD TRIMESTER"_s);
+        EXPECT_FALSE(s.control(u"CmdPrevDrug"_s)->enabled());
+        EXPECT_TRUE(s.control(u"CmdNextDrug"_s)->enabled());
+        s.click(*s.control(u"CmdNextDrug"_s));
+        EXPECT_EQ(s.control(u"LblDrugTitle"_s)->caption(), u" Safety Parameters of Drug [PARACETAMOL] "_s);
+        EXPECT_EQ(s.control(u"LblDrugSafe1"_s, 4)->caption(), u"Carefull"_s);
+        EXPECT_TRUE(s.control(u"CmdPrevDrug"_s)->enabled());
+        EXPECT_FALSE(s.control(u"CmdNextDrug"_s)->enabled());
+        s.click(*s.control(u"LblBrand"_s));
+        EXPECT_TRUE(s.control(u"LblBrandSafe1"_s, 2)->visible());
+    });
+    w.process.openModal(u"FrmBrandSafety"_s, [](Screen& s) {
+        s.inputs.insert(u"ShowSafetyFor"_s, false);
+        s.inputs.insert(u"SafeBrandCode"_s, 9);
+    });
+    ASSERT_EQ(w.host.shown.count(u"FrmBrandSafety"_s), 1);
+
+    // One drug alone: not used in pregnancy reads in the colours of unsafe.
+    w.host.modal[u"FrmBrandSafety"_s].push_back([](Screen& s) {
+        EXPECT_EQ(s.caption(), u"Drug Safety Parameters"_s);
+        EXPECT_EQ(s.control(u"CmdQuit"_s)->caption(), u"&Quit from Drug Safety Parameters"_s);
+        EXPECT_EQ(s.control(u"LblDrugTitle"_s)->caption(), u" Drug Safety Parameters "_s);
+        EXPECT_FALSE(s.control(u"LblBrandSafe1"_s, 2)->visible());
+        EXPECT_FALSE(s.control(u"CmdNextDrug"_s)->visible());
+        auto* pregnancy = qobject_cast<Label*>(s.control(u"LblDrugSafe1"_s, 2));
+        EXPECT_EQ(pregnancy->caption(), u"Not Used"_s);
+        EXPECT_EQ(pregnancy->tone(), Tone::Unsafe);
+        EXPECT_EQ(qobject_cast<TextBox*>(s.control(u"TxtDrugSafety"_s, 2))->text(), u"TERATOGENIC"_s);
+    });
+    w.process.openModal(u"FrmBrandSafety"_s, [](Screen& s) {
+        s.inputs.insert(u"ShowSafetyFor"_s, true);
+        s.inputs.insert(u"SafeDrugCode"_s, 5);
+    });
+    EXPECT_EQ(w.host.shown.count(u"FrmBrandSafety"_s), 2);
 }
 
 } // namespace
