@@ -69,6 +69,13 @@ public:
     bool allowAdd = true;
     bool allowDelete = true;
     bool locked = false;
+    // Locks or frees the grid as the screen's mode changes; the view shows the new line only when free.
+    void setLocked(bool on) {
+        if (locked != on) {
+            locked = on;
+            notify();
+        }
+    }
 
     // Stored rows; the empty new line at the end is not counted.
     int rowCount() const { return static_cast<int>(m_rows.size()); }

@@ -1,5 +1,6 @@
 #include "prescription/FrmPrescription.h"
 
+#include "core/Host.h"
 #include "core/Lookup.h"
 #include "core/Process.h"
 #include "core/Prompter.h"
@@ -385,7 +386,6 @@ void FrmPrescription::notAvailable() {
 // Opening.
 
 void FrmPrescription::load() {
-    SetScreenTitle(*this);
     setCaption(state().AppTitle + u"   [Prescriptions Writing]"_s);
     fillLists();
     const QVariant last = db().scalar(u"SELECT MAX(Code) FROM PresHead"_s);
@@ -400,6 +400,7 @@ void FrmPrescription::load() {
 }
 
 void FrmPrescription::activate() {
+    host().setMainTitle(caption());
     if (!firstActivation())
         return;
     if (m_brandList->count() == 0) {
@@ -577,7 +578,7 @@ void FrmPrescription::lockFields() {
             box->setLocked(!on);
         else if (auto* grid = qobject_cast<Grid*>(c)) {
             if (grid == m_brands)
-                grid->locked = !editing;
+                grid->setLocked(!editing);
         } else if (c->kind() == ControlKind::Button && name == u"CmdPatient"_s)
             c->setEnabled(editing);
         else
@@ -587,7 +588,7 @@ void FrmPrescription::lockFields() {
     for (int i : {Pregnancy, Lactation})
         control(u"ChkSafety"_s, i)->setEnabled(editing && female);
     if (m_brands)
-        m_brands->locked = !editing;
+        m_brands->setLocked(!editing);
 }
 
 // ---------------------------------------------------------------------------------------------------------

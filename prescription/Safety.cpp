@@ -202,7 +202,9 @@ void SafetyPanel::showBrand(qint64 brand, const QString& name) {
         auto* status = qobject_cast<Label*>(m_screen.control(u"LblBrandSafe1"_s, row));
         status->setCaption(verdict.caption);
         status->setTone(ToneOf(verdict.cls));
-        qobject_cast<TextBox*>(m_screen.control(u"TxtBrandSafety"_s, row))->setText(verdict.text);
+        auto* text = qobject_cast<TextBox*>(m_screen.control(u"TxtBrandSafety"_s, row));
+        text->setText(verdict.text);
+        text->setCursor(0);
     }
     if (!m_drugs.empty()) {
         m_drug = 0;
@@ -249,7 +251,9 @@ void SafetyPanel::showDrug() {
         label->setTone(tones[status]);
         QString remark = row.text(u"Remark"_s);
         remark.replace(u"\r\n"_s, u" "_s).replace(u'\n', u' ').replace(u'\r', u' ');
-        qobject_cast<TextBox*>(m_screen.control(u"TxtDrugSafety"_s, panelRow))->setText(remark);
+        auto* text = qobject_cast<TextBox*>(m_screen.control(u"TxtDrugSafety"_s, panelRow));
+        text->setText(remark);
+        text->setCursor(0);
     }
     m_screen.control(u"CmdPrevDrug"_s)->setEnabled(m_drug > 0);
     m_screen.control(u"CmdNextDrug"_s)->setEnabled(m_drug + 1 < static_cast<int>(m_drugs.size()));
