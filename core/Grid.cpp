@@ -188,6 +188,12 @@ bool Grid::tick(int columnNumber, bool on) {
     return !onColumnLeave || onColumnLeave(columnNumber);
 }
 
+void Grid::discard() {
+    m_buffer = onNewLine() ? RowData{} : m_rows.at(m_current);
+    m_dirty = false;
+    notify();
+}
+
 bool Grid::clickCell(int row, int columnNumber) {
     if (!goToRow(row))
         return false;

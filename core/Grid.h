@@ -105,6 +105,8 @@ public:
     bool tick(int columnNumber, bool on);
     bool commit();
     bool deleteRow();
+    // Drops the edits of the current line: a stored line comes back as stored, the new line empties.
+    void discard();
     // The person clicks a cell: its row becomes current, then the cell's rule runs.
     bool clickCell(int row, int columnNumber);
     // Leaves the grid: an edited row is committed first.

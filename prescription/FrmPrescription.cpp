@@ -162,22 +162,7 @@ void FrmPrescription::addControls() {
     auto& complaints = add<TabStrip>(u"SsTabComplaint"_s);
     complaints.tabs = {u"Complaints"_s, u"Diagnosis"_s, u"Procedures"_s};
     complaints.setTabStop(false);
-    const auto bindList = [this](const QString& name, const QString& strip, int page, const QString& table,
-                                 const QString& codeField, const QString& nameField, const QString& heading) {
-        auto& grid = add<Grid>(name);
-        grid.addColumn(CodeColumn(0, codeField));
-        grid.addColumn(ShownColumn(1, nameField, heading, 40));
-        grid.addColumn(ShownColumn(2, u"Notes"_s, u"Notes / Comments"_s, 40));
-        grid.locked = true;
-        grid.placeOnTab(strip, page);
-        grid.bind(db(), table);
-    };
-    bindList(u"GrdComplaint"_s, u"SsTabComplaint"_s, 0, u"TmpComplaint"_s, u"ComplaintCode"_s,
-             u"ComplaintName"_s, u"Complaints"_s);
-    bindList(u"GrdDiseases"_s, u"SsTabComplaint"_s, 1, u"TmpDisease"_s, u"DiseaseCode"_s, u"DiseaseName"_s,
-             u"Diagnosis"_s);
-    bindList(u"GrdProcedure"_s, u"SsTabComplaint"_s, 2, u"TmpSurgery"_s, u"SurgeryCode"_s, u"SurgeryName"_s,
-             u"Procedures"_s);
+    addClinicalLists();
     auto& examination = add<TextBox>(u"TxtExamination"_s);
     examination.setMultiLine(true);
     auto& notes = add<TextBox>(u"TxtNotes"_s);
@@ -424,6 +409,11 @@ void FrmPrescription::fillLists() {
     fill(u"CmbGroup"_s, u"SELECT Code, Name FROM GroupName ORDER BY Name"_s);
     fill(u"CmbCompany"_s, u"SELECT Code, Name FROM Manufacturer ORDER BY Name"_s);
     fill(u"SymbolDD"_s, u"SELECT Code, Name FROM Symbols ORDER BY Name"_s);
+    fill(u"ComplaintDD"_s, u"SELECT Code, Name FROM Complaints ORDER BY Name"_s);
+    fill(u"DiseasesDD"_s,
+         u"SELECT Code, Name, Familial, Congenital, Communicable, LifeStyle, Genetic, TypeNotes, "
+         "DiseaseSex, DiseaseCategory, Notes FROM Disease ORDER BY Name"_s);
+    fill(u"ProcedureDD"_s, u"SELECT Code, Name FROM Surgery ORDER BY Name"_s);
     fill(u"DsgRemarkDD"_s, u"SELECT Code, Name FROM DsgRemark ORDER BY Name"_s);
     m_filters = {};
     BuildBrandList();
@@ -433,6 +423,7 @@ void FrmPrescription::fillLists() {
 // Showing a prescription.
 
 void FrmPrescription::clearScreen() {
+    m_diseasesChanged = false;
     for (Control* c : controls()) {
         if (auto* box = qobject_cast<TextBox*>(c))
             box->setText({});
@@ -577,7 +568,9 @@ void FrmPrescription::lockFields() {
         if (auto* box = qobject_cast<TextBox*>(c))
             box->setLocked(!on);
         else if (auto* grid = qobject_cast<Grid*>(c)) {
-            if (grid == m_brands)
+            static const QStringList editable{u"GrdBrand"_s, u"GrdComplaint"_s, u"GrdDiseases"_s,
+                                              u"GrdProcedure"_s};
+            if (editable.contains(name))
                 grid->setLocked(!editing);
         } else if (c->kind() == ControlKind::Button && name == u"CmdPatient"_s)
             c->setEnabled(editing);
@@ -587,8 +580,6 @@ void FrmPrescription::lockFields() {
     const bool female = qobject_cast<TextBox*>(control(u"TxtSex"_s))->text().toUpper() == u"FEMALE"_s;
     for (int i : {Pregnancy, Lactation})
         control(u"ChkSafety"_s, i)->setEnabled(editing && female);
-    if (m_brands)
-        m_brands->setLocked(!editing);
 }
 
 // ---------------------------------------------------------------------------------------------------------

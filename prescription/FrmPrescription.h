@@ -36,6 +36,7 @@ private:
     void addControls();
     void addPatientControls();
     void addBrandControls();
+    void addClinicalLists();
     void fillLists();
     void ShowCurrentPrescription();
     void showEmpty();
@@ -71,6 +72,14 @@ private:
     void toggleState(int index);
     void showStates();
 
+    // Complaints, diagnoses, procedures.
+    bool clinicalNameLeave(int list);
+    bool clinicalCommit(int list);
+    bool clinicalRemarkLeave(int list);
+    bool CheckDiseaseEntry(const Row& disease);
+    QString activeStates() const;
+    void loadAdvisedInvestigations();
+
     // Brand lines.
     void showSearchText();
     void clearFilters();
@@ -98,6 +107,7 @@ private:
     BrandFilters m_builtFor;
     bool m_listBuilt = false;
     bool m_busy = false;
+    bool m_diseasesChanged = false;
     // The prescription the cursor stands on, and its row.
     qint64 m_shown = 0;
     Row m_row;

@@ -42,11 +42,18 @@ INSERT INTO DsgRemark (Code, Name) VALUES (1, 'AFTER FOOD'), (2, 'BEFORE FOOD');
 INSERT INTO DrugGroup (Code, Name) VALUES (1, 'PENICILLINS'), (2, 'NSAIDS');
 INSERT INTO PharmaGroup (PharmaCode, DrugGroup) VALUES (3, 1), (2, 2), (6, 2);
 INSERT INTO AgeGroup (Code, Name) VALUES (1, '10 YEARS'), (2, 'CHILDHOOD');
-INSERT INTO Disease (Code, Name, DiseaseSex) VALUES (1, 'PEPTIC ULCER', 'B'), (2, 'ASTHMA', 'B');
+INSERT INTO Disease (Code, Name, DiseaseSex, DiseaseCategory) VALUES (1, 'PEPTIC ULCER', 'B', 0),
+  (2, 'ASTHMA', 'B', 7), (3, 'PREECLAMPSIA', 'F', 1), (4, 'BENIGN PROSTATIC HYPERPLASIA', 'M', 0),
+  (5, 'CHRONIC KIDNEY DISEASE', 'B', 5), (6, 'FEBRILE SEIZURE', 'B', 3);
+INSERT INTO Complaints (Code, Name) VALUES (1, 'FEVER'), (2, 'COUGH'), (3, 'HEADACHE');
+INSERT INTO Surgery (Code, Name) VALUES (1, 'APPENDICECTOMY'), (2, 'TONSILLECTOMY');
 INSERT INTO DiseaseDrug (DiseasesCode, DrugCode, Notes) VALUES (1, 2, 'MAY CAUSE BLEEDING'), (1, 6, '');
 INSERT INTO Patient (Code, Name, father, Sex, BirthDate, Blood, Rh, PHeight, PWeight) VALUES
   (1, 'RAM KUMAR', 'SHYAM KUMAR', 'M', '1980-05-10', 'B', '+', 170, 70),
   (2, 'SITA DEVI', 'RAM LAL', 'F', '1995-03-02', 'O', '+', 158, 55),
   (3, 'ANU', 'RAKESH', 'F', '2020-01-01', 'A', '+', 0, 0),
   (4, 'GOPAL DAS', 'HARI DAS', 'M', '1950-01-01', 'AB', '-', 165, 60);
-INSERT INTO Investigation (Code, Name) VALUES (1, 'HAEMOGLOBIN'), (2, 'BLOOD SUGAR (FASTING)');
+INSERT INTO Investigation (Code, Name) VALUES (1, 'HAEMOGLOBIN'), (2, 'BLOOD SUGAR (FASTING)'),
+  (3, 'SERUM CREATININE');
+INSERT INTO InvDiseases (DiseasesCode, InvestigationCode) VALUES (1, 1), (5, 3);
+INSERT INTO DiseaseInv (DiseasesCode, InvestigationCode, SafeFieldCode) VALUES (5, 2, 5), (5, 1, 1);
