@@ -6,6 +6,7 @@
 #include "core/Prompter.h"
 #include "core/Routines.h"
 #include "core/Startup.h"
+#include "patients/HistoryGrids.h"
 #include "prescription/Staging.h"
 #include "readymade/ReadyMade.h"
 #include "store/Database.h"
@@ -285,48 +286,7 @@ void FrmPrescription::addPatientControls() {
     for (const QString& name : {u"TxtPregStatus"_s, u"TxtLD"_s, u"TxtParity"_s, u"TxtAbortion"_s})
         add<TextBox>(name).placeOnTab(u"SsTabPatient"_s, 0);
 
-    struct History {
-        QString grid, table, heading;
-        std::vector<GridColumn> columns;
-    };
-    const std::vector<History> histories{
-        {u"GrdAllergy"_s,
-         u"TmpPresAllergy"_s,
-         u"Patient's Allergy [ Drugs / Drug Groups / Other Allergies ]"_s,
-         {CodeColumn(0, u"AllergyCode"_s), ShownColumn(1, u"AllergyName"_s, u"Allergy Details"_s),
-          CodeColumn(2, u"AllergyType"_s), ShownColumn(3, u"Type"_s, u"Allergy Type"_s),
-          CodeColumn(4, u"AgeCode"_s), ShownColumn(5, u"AgeName"_s, u"Age Since (Yr)"_s),
-          ShownColumn(6, u"Notes"_s, u"Notes / Comments"_s)}},
-        {u"GrdPersonal"_s,
-         u"TmpPresPersonal"_s,
-         u"Patient's Personal History"_s,
-         {CodeColumn(0, u"PersonalCode"_s), ShownColumn(1, u"PersonalName"_s, u"Personal History"_s),
-          ShownColumn(2, u"TimeSince"_s, u"Since (Yrs)"_s), ShownColumn(3, u"Qty"_s, u"Quantity"_s),
-          ShownColumn(4, u"Notes"_s, u"Notes / Comments"_s), CodeColumn(5, u"Quantative"_s)}},
-        {u"GrdPast"_s,
-         u"TmpPresPast"_s,
-         u"Patient's Past History [ Diseases / Procedures ]"_s,
-         {CodeColumn(0, u"PastCode"_s), ShownColumn(1, u"PastName"_s, u"Past History"_s),
-          ShownColumn(2, u"Type"_s, u"Type"_s), CodeColumn(3, u"PastType"_s), CodeColumn(4, u"AgeCode"_s),
-          ShownColumn(5, u"AgeName"_s, u"Age Since (Yr)"_s),
-          ShownColumn(6, u"Notes"_s, u"Notes / Comments"_s)}},
-        {u"GrdFamily"_s,
-         u"TmpPresFamily"_s,
-         u"Patient's Family History [ Diseases ]"_s,
-         {CodeColumn(0, u"DiseasesCode"_s), ShownColumn(1, u"DiseasesName"_s, u"Disease Name"_s),
-          CodeColumn(2, u"RelationCode"_s), ShownColumn(3, u"RelationName"_s, u"Relationship"_s),
-          CodeColumn(4, u"AgeCode"_s), ShownColumn(5, u"AgeName"_s, u"Age Since (Yr)"_s),
-          ShownColumn(6, u"Notes"_s, u"Notes / Comments"_s)}},
-    };
-    for (size_t i = 0; i < histories.size(); ++i) {
-        auto& grid = add<Grid>(histories[i].grid);
-        grid.setCaption(histories[i].heading);
-        for (const GridColumn& c : histories[i].columns)
-            grid.addColumn(c);
-        grid.locked = true;
-        grid.placeOnTab(u"SsTabPatient"_s, static_cast<int>(i) + 1);
-        grid.bind(db(), histories[i].table);
-    }
+    m_history = std::make_unique<HistoryGrids>(*this, u"TmpPres"_s, u"SsTabPatient"_s);
 
     const QStringList patientButtons{u"&New Patient"_s,
                                      u"&Edit Patient"_s,
@@ -414,6 +374,7 @@ void FrmPrescription::fillLists() {
          u"SELECT Code, Name, Familial, Congenital, Communicable, LifeStyle, Genetic, TypeNotes, "
          "DiseaseSex, DiseaseCategory, Notes FROM Disease ORDER BY Name"_s);
     fill(u"ProcedureDD"_s, u"SELECT Code, Name FROM Surgery ORDER BY Name"_s);
+    m_history->fillLists();
     fill(u"DsgRemarkDD"_s, u"SELECT Code, Name FROM DsgRemark ORDER BY Name"_s);
     m_filters = {};
     BuildBrandList();
@@ -577,6 +538,7 @@ void FrmPrescription::lockFields() {
         else
             c->setEnabled(on);
     }
+    m_history->setEditable(editing);
     const bool female = qobject_cast<TextBox*>(control(u"TxtSex"_s))->text().toUpper() == u"FEMALE"_s;
     for (int i : {Pregnancy, Lactation})
         control(u"ChkSafety"_s, i)->setEnabled(editing && female);
@@ -1012,8 +974,7 @@ void FrmPrescription::selectPatient(qint64 patient) {
         LoadPatientHistoryToStaging(db(), patient, u"P"_s);
         LoadPhysicalObservations(state(), u"P"_s, patient);
     }
-    for (const QString& name : {u"GrdAllergy"_s, u"GrdPersonal"_s, u"GrdPast"_s, u"GrdFamily"_s})
-        qobject_cast<Grid*>(control(name))->reload();
+    m_history->reload();
 }
 
 bool FrmPrescription::patientLeave() {

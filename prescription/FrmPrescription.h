@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/Screen.h"
+#include "patients/HistoryGrids.h"
 #include "prescription/BrandCheck.h"
 #include "prescription/BrandList.h"
 #include "prescription/Safety.h"
@@ -103,6 +104,7 @@ private:
     Grid* m_brands = nullptr;
     DropDown* m_brandList = nullptr;
     std::unique_ptr<SafetyPanel> m_panel;
+    std::unique_ptr<HistoryGrids> m_history;
     BrandFilters m_filters;
     BrandFilters m_builtFor;
     bool m_listBuilt = false;

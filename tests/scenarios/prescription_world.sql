@@ -42,6 +42,9 @@ INSERT INTO DsgRemark (Code, Name) VALUES (1, 'AFTER FOOD'), (2, 'BEFORE FOOD');
 INSERT INTO DrugGroup (Code, Name) VALUES (1, 'PENICILLINS'), (2, 'NSAIDS');
 INSERT INTO PharmaGroup (PharmaCode, DrugGroup) VALUES (3, 1), (2, 2), (6, 2);
 INSERT INTO AgeGroup (Code, Name) VALUES (1, '10 YEARS'), (2, 'CHILDHOOD');
+INSERT INTO Allergies (Code, Name) VALUES (1, 'DUST'), (2, 'POLLEN');
+INSERT INTO Relation (Code, Relation) VALUES (1, 'FATHER'), (2, 'MOTHER');
+INSERT INTO Personal (Code, Name, PUnit, Quantative) VALUES (1, 'SMOKING', 'CIGARETTES A DAY', 1), (2, 'VEGETARIAN', '', 0);
 INSERT INTO Disease (Code, Name, DiseaseSex, DiseaseCategory) VALUES (1, 'PEPTIC ULCER', 'B', 0),
   (2, 'ASTHMA', 'B', 7), (3, 'PREECLAMPSIA', 'F', 1), (4, 'BENIGN PROSTATIC HYPERPLASIA', 'M', 0),
   (5, 'CHRONIC KIDNEY DISEASE', 'B', 5), (6, 'FEBRILE SEIZURE', 'B', 3);
