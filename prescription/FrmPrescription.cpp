@@ -11,6 +11,9 @@
 #include "readymade/ReadyMade.h"
 #include "store/Database.h"
 
+#include <QLocale>
+#include <tuple>
+
 using namespace Qt::StringLiterals;
 
 namespace vantrel {
@@ -271,6 +274,25 @@ void FrmPrescription::addPatientControls() {
         box.setMaxLength(6);
         box.placeOnTab(u"SsTabPatient"_s, 0);
     }
+    // Height and weight are asked about when out of the usual range, and the body's measures follow them.
+    for (const auto& [name, limit, question] :
+         {std::tuple{u"TxtHt"_s, 240.0, u"Ab-Normal Patient's Height. Want to Continue ?"_s},
+          std::tuple{u"TxtWt"_s, 150.0, u"Ab-Normal Patient's Weight. Want to Continue ?"_s}}) {
+        auto& box = *qobject_cast<TextBox*>(control(name));
+        box.onGotFocus = [this, &box] { m_measureShown = box.text(); };
+        box.onValidate = [this, &box, limit, question] {
+            if (PresMode == 0 || box.text() == m_measureShown)
+                return true;
+            if (Number(box.text()) > limit && !prompter().ask(question))
+                return false;
+            m_measureShown = box.text();
+            qobject_cast<TextBox*>(control(u"TxtObesity"_s))
+                ->setText(WeightAssessment(m_age.years, m_age.months,
+                                           Number(qobject_cast<TextBox*>(control(u"TxtHt"_s))->text()),
+                                           Number(qobject_cast<TextBox*>(control(u"TxtWt"_s))->text())));
+            return true;
+        };
+    }
     auto& obesityCaption = add<Label>(u"LblObesity"_s);
     obesityCaption.setCaption(u"Obesity"_s);
     auto& obesity = add<TextBox>(u"TxtObesity"_s);
@@ -283,6 +305,7 @@ void FrmPrescription::addPatientControls() {
     }
     for (const QString& name : {u"SSDateLMP"_s, u"SsDateEDD"_s})
         add<DateBox>(name).placeOnTab(u"SsTabPatient"_s, 0);
+    control(u"SSDateLMP"_s)->onValidate = [this] { return lmpLeave(); };
     for (const QString& name : {u"TxtPregStatus"_s, u"TxtLD"_s, u"TxtParity"_s, u"TxtAbortion"_s})
         add<TextBox>(name).placeOnTab(u"SsTabPatient"_s, 0);
 
@@ -618,6 +641,7 @@ void FrmPrescription::New() {
         number = lastNo;
     state().CurrentPresCode = number;
     state().CurrentPatientCode = 0;
+    m_patientOffered = 0;
     LoadStagingFromPrescription(db(), number, true);
     LoadPatientHistoryToStaging(db(), 0, u"P"_s);
     for (Control* c : controls()) {
@@ -907,7 +931,33 @@ bool FrmPrescription::checkUpLeave() {
 // ---------------------------------------------------------------------------------------------------------
 // The patient.
 
+// The last period gives the expected delivery, nine months and a week later, and the pregnancy's status.
+bool FrmPrescription::lmpLeave() {
+    if (PresMode == 0)
+        return true;
+    const QDate lmp = qobject_cast<DateBox*>(control(u"SSDateLMP"_s))->date();
+    const QDate presDate = qobject_cast<DateBox*>(control(u"PresDate"_s))->date();
+    auto& edd = *qobject_cast<DateBox*>(control(u"SsDateEDD"_s));
+    auto& status = *qobject_cast<TextBox*>(control(u"TxtPregStatus"_s));
+    edd.setDate({});
+    status.setText({});
+    if (!lmp.isValid())
+        return true;
+    if (lmp > presDate) {
+        prompter().stop(u"Invalid Last Period Date. LMP Date Should Not Exceed Prescription Date."_s);
+        return true;
+    }
+    const QDate expected = lmp.addMonths(9).addDays(7);
+    if (expected < presDate &&
+        !prompter().ask(u"Expected Delivery Date has been Expired. Want to Continue ?"_s))
+        return true;
+    edd.setDate(expected);
+    status.setText(PregnancyStatusText(lmp, presDate));
+    return true;
+}
+
 void FrmPrescription::ClearPatientContext() {
+    m_age = {};
     for (const QString& name :
          {u"TxtFather"_s, u"TxtSex"_s, u"TxtDOB"_s, u"TxtAge"_s, u"TxtBlood"_s, u"TxtHt"_s, u"TxtWt"_s,
           u"TxtTemp"_s, u"TxtPulse"_s, u"TxtBPS"_s, u"TxtBPD"_s, u"TxtObesity"_s, u"TxtPregStatus"_s,
@@ -938,6 +988,7 @@ void FrmPrescription::FillPatientContext(const std::optional<Row>& patient, cons
     qobject_cast<TextBox*>(control(u"TxtBlood"_s))
         ->setText((patient->text(u"Blood"_s) + u" "_s + patient->text(u"Rh"_s)).trimmed());
     const DateDiff age = DateDifference(onDate.isValid() ? onDate : state().clock.today(), birth);
+    m_age = age;
     QStringList parts;
     if (age.years > 0)
         parts << QString::number(age.years) + u" Year(s)"_s;
@@ -989,7 +1040,118 @@ bool FrmPrescription::patientLeave() {
     const qint64 code = text.isEmpty() ? 0 : ChosenCode(combo);
     if (code != state().CurrentPatientCode)
         selectPatient(code);
+    if (code > 0 && code != m_patientOffered) {
+        m_patientOffered = code;
+        OfferLastPrescription();
+    }
     return true;
+}
+
+// The patient's last prescription may fill the new one; its history lists always carry over.
+void FrmPrescription::OfferLastPrescription() {
+    const qint64 patient = state().CurrentPatientCode;
+    const auto last = db().first(u"SELECT Code, PresDate FROM PresHead WHERE PatientCode = ? "
+                                 "ORDER BY PresDate DESC, Code DESC LIMIT 1"_s,
+                                 {patient});
+    if (!last) {
+        LoadPatientHistoryToStaging(db(), patient, u"P"_s);
+        LoadPhysicalObservations(state(), u"P"_s, patient);
+        m_history->reload();
+        return;
+    }
+    const qint64 code = last->integer(u"Code"_s);
+    const QString name = qobject_cast<ComboBox*>(control(u"Cmb_Patient"_s))->text().trimmed();
+    if (prompter().ask(
+            u"Want to Retrieve the Prescription Details From the Last Prescription of "_s + name +
+            u" ?\n\nPrescription No : "_s + QString::number(code) + u"  -  Dated : "_s +
+            QLocale(QLocale::English).toString(last->date(u"PresDate"_s), u"dd - MMMM - yyyy"_s))) {
+        DownloadPrescription(code, false, true);
+        LoadPhysicalObservations(state(), u"D"_s, code);
+    } else if (
+        prompter().ask(
+            u"Want to Retrieve the General Physical Examination(s) Observed in Last Prescription ?"_s)) {
+        LoadPhysicalObservations(state(), u"D"_s, code);
+    } else {
+        LoadPhysicalObservations(state(), u"P"_s, patient);
+    }
+    LoadPatientHistoryToStaging(db(), code, u"D"_s);
+    m_history->reload();
+}
+
+// Fills the new prescription from an old one: its lines and lists, its texts and fee, and, when the
+// doctor wants them, the patient's states it recorded.
+void FrmPrescription::DownloadPrescription(qint64 source, bool confirm, bool safety) {
+    if (confirm && !prompter().ask(u"Sure about Downloading Prescription Information ?"_s))
+        return;
+    LoadStagingFromPrescription(db(), source, false);
+    for (const QString& grid : {u"GrdBrand"_s, u"GrdComplaint"_s, u"GrdDiseases"_s, u"GrdProcedure"_s})
+        qobject_cast<Grid*>(control(grid))->reload();
+    brandRowChanged();
+    const auto head = db().first(u"SELECT * FROM PresHead WHERE Code = ?"_s, {source});
+    qobject_cast<TextBox*>(control(u"TxtAmount"_s))
+        ->setText(NumberText(head ? head->real(u"Amount"_s) : state().Params.number(u"DefaultFee"_s)));
+    for (const auto& [box, column] :
+         {std::pair{u"TxtNVRemark"_s, u"NVRemark"_s}, std::pair{u"TxtExamination"_s, u"Examination"_s},
+          std::pair{u"TxtNotes"_s, u"Remark"_s}})
+        qobject_cast<TextBox*>(control(box))->setText(head ? head->text(column) : QString());
+    if (head && safety &&
+        prompter().ask(
+            u"Want to Retrieve the Safety Check(s) Details [ Except Paediatric ] From the Selected Prescription ?"_s))
+        takeStates(*head);
+    std::vector<ListRow> advised;
+    for (const Row& r :
+         db().select(u"SELECT A.Code, A.Name FROM Investigation A, PresAdvised B "
+                     "WHERE A.Code = B.InvestigationCode AND B.PrescriptionCode = ? ORDER BY A.Name"_s,
+                     {source}))
+        advised.push_back({r.value(u"Code"_s), {r.text(u"Name"_s)}});
+    qobject_cast<ListBox*>(control(u"LstInvestigation"_s))->setRows(std::move(advised));
+}
+
+// The states an old prescription recorded, except Paediatric; pregnancy and lactation only when the
+// doctor overwrites what the screen shows.
+void FrmPrescription::takeStates(const Row& head) {
+    const bool pregnant = head.flag(u"Pregnancy"_s);
+    const bool lactating = head.flag(u"Lactation"_s);
+    if (pregnant && lactating) {
+        prompter().stop(u"Unable to Retrieve Safety Check(s) Details.\n\nEither Pregnancy Or Lactation Found "
+                        "Checked in the Selected Prescription."_s);
+        return;
+    }
+    const bool female = qobject_cast<TextBox*>(control(u"TxtSex"_s))->text().toUpper() == u"FEMALE"_s;
+    const auto overwrite = [this](int field, bool retrieved, const QString& word, const QString& being,
+                                  const QString& notBeing) {
+        if (states.at(field) == retrieved)
+            return false;
+        const QString now =
+            states.at(field) ? u"Checked ["_s + being + u"]"_s : u"Un-Checked ["_s + notBeing + u"]"_s;
+        const QString then = retrieved ? word + u" [Checked]"_s : u"No "_s + word + u" [Un-Checked]"_s;
+        return prompter().ask(word + u" Check Found "_s + now + u". In Retrieved Details "_s + then +
+                              u".\n\nWant to Overwrite the Current Status ?"_s);
+    };
+    if (female &&
+        overwrite(1, pregnant, u"Pregnancy"_s, u"Patient is Pregnant"_s, u"Patient is Not Pregnant"_s)) {
+        states.at(1) = pregnant;
+        if (pregnant) {
+            states.at(2) = states.at(3) = false;
+            qobject_cast<DateBox*>(control(u"SSDateLMP"_s))->setDate(head.date(u"LMPDate"_s));
+            qobject_cast<DateBox*>(control(u"SsDateEDD"_s))->setDate(head.date(u"EDDate"_s));
+            for (const auto& [box, column] :
+                 {std::pair{u"TxtPregStatus"_s, u"PregStatus"_s}, std::pair{u"TxtLD"_s, u"LastDel"_s},
+                  std::pair{u"TxtParity"_s, u"Parity"_s}, std::pair{u"TxtAbortion"_s, u"Abortions"_s}})
+                qobject_cast<TextBox*>(control(box))->setText(head.text(column));
+        }
+    }
+    if (female &&
+        overwrite(2, lactating, u"Lactation"_s, u"Patient is Lactating"_s, u"Patient is Not Lactating"_s)) {
+        states.at(2) = lactating;
+        if (lactating)
+            states.at(1) = states.at(3) = false;
+    }
+    states.at(6) = head.flag(u"Liver"_s);
+    states.at(5) = head.flag(u"Renal"_s);
+    states.at(7) = head.flag(u"Pulmonary"_s);
+    showStates();
+    lockFields();
 }
 
 void FrmPrescription::showStates() {

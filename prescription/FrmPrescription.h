@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/Routines.h"
 #include "core/Screen.h"
 #include "patients/HistoryGrids.h"
 #include "prescription/BrandCheck.h"
@@ -70,6 +71,10 @@ private:
     void FillPatientContext(const std::optional<Row>& patient, const QDate& onDate);
     void ClearPatientContext();
     bool patientLeave();
+    void OfferLastPrescription();
+    bool lmpLeave();
+    void DownloadPrescription(qint64 source, bool confirm, bool safety);
+    void takeStates(const Row& head);
     void toggleState(int index);
     void showStates();
 
@@ -110,6 +115,10 @@ private:
     bool m_listBuilt = false;
     bool m_busy = false;
     bool m_diseasesChanged = false;
+    qint64 m_patientOffered = 0;
+    // The patient's age on the prescription's date, and the measure as it stood when its box was entered.
+    DateDiff m_age{};
+    QString m_measureShown;
     // The prescription the cursor stands on, and its row.
     qint64 m_shown = 0;
     Row m_row;
