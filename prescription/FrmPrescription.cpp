@@ -107,6 +107,11 @@ int RunWithCode(Database& db, const QString& sql, qint64 code) {
     return db.execute(positional, params);
 }
 
+// The patients the prescription may be written for, with what tells them apart.
+const QString PatientListSql =
+    u"SELECT Code, Name, CASE WHEN Sex = 'M' THEN 'Male' ELSE 'Female' END AS mSex, "
+    "BirthDate, Father, Blood, Rh, PHeight, PWeight FROM Patient ORDER BY Name"_s;
+
 bool IsBrandFilter(const QString& name) {
     return name == u"CmbPharma"_s || name == u"CmbIndication"_s || name == u"CmbGroup"_s ||
            name == u"CmbCompany"_s;
@@ -322,7 +327,7 @@ void FrmPrescription::addPatientControls() {
     for (int i = 0; i < patientButtons.size(); ++i) {
         auto& b = add<Button>(u"CmdPatient"_s, i);
         b.setCaption(patientButtons.at(i));
-        b.onClick = [this] { notAvailable(); };
+        b.onClick = [this, i] { patientButton(i); };
     }
 }
 
@@ -381,9 +386,7 @@ void FrmPrescription::fillLists() {
     const auto fill = [this](const QString& list, const QString& sql, const QVariantList& params = {}) {
         FillRows(db(), *qobject_cast<ListControl*>(control(list)), sql, params);
     };
-    FillRowsKept(db(), *qobject_cast<ListControl*>(control(u"Cmb_Patient"_s)),
-                 u"SELECT Code, Name, CASE WHEN Sex = 'M' THEN 'Male' ELSE 'Female' END AS mSex, "
-                 "BirthDate, Father, Blood, Rh, PHeight, PWeight FROM Patient ORDER BY Name"_s,
+    FillRowsKept(db(), *qobject_cast<ListControl*>(control(u"Cmb_Patient"_s)), PatientListSql,
                  {u"Patient"_s});
     fill(u"Cmb_RefBy"_s, u"SELECT RefBy FROM RefBy WHERE PrescriberCode = ? ORDER BY RefBy"_s,
          {state().ClinicPrescriberCode});
@@ -557,7 +560,8 @@ void FrmPrescription::lockFields() {
             if (editable.contains(name))
                 grid->setLocked(!editing);
         } else if (c->kind() == ControlKind::Button && name == u"CmdPatient"_s)
-            c->setEnabled(editing);
+            // A new prescription may change its patient; the others work on the patient shown.
+            c->setEnabled(c->index() == 0 || c->index() == 2 ? isNew : state().CurrentPatientCode > 0);
         else
             c->setEnabled(on);
     }
@@ -1045,6 +1049,109 @@ bool FrmPrescription::patientLeave() {
         OfferLastPrescription();
     }
     return true;
+}
+
+void FrmPrescription::patientButton(int index) {
+    enum { NewPatient = 0, EditPatient, FindPatient, Information, History, Physical, Risk, SnapShots };
+    if (index != NewPatient && state().CurrentPatientCode < 1) {
+        prompter().info(u"Please Select the Patient First."_s);
+        return;
+    }
+    const auto openIfBuilt = [this](const QString& screen, const std::function<void(Screen&)>& setup = {}) {
+        if (!ScreenRegistry::instance().has(screen)) {
+            notAvailable();
+            return false;
+        }
+        process().openModal(screen, setup);
+        return true;
+    };
+    switch (index) {
+    case NewPatient:
+    case EditPatient: {
+        const bool existing = index == EditPatient;
+        if (!existing)
+            state().CurrentPatientCode = 0;
+        const qint64 shown = state().CurrentPatientCode;
+        if (!openIfBuilt(u"Mst_Patient"_s, [existing](Screen& master) {
+                master.inputs.insert(u"CallerId"_s, u"FrmPrescription"_s);
+                master.inputs.insert(u"EditExisting"_s, existing);
+            })) {
+            state().CurrentPatientCode = existing ? shown : 0;
+            break;
+        }
+        if (existing)
+            Set_EditPatient();
+        else
+            Set_Patient();
+        break;
+    }
+    case FindPatient:
+        if (openIfBuilt(u"Find_Patient"_s))
+            Set_Patient();
+        break;
+    case Information:
+        openIfBuilt(u"Patient_Information"_s);
+        break;
+    case History:
+        openIfBuilt(u"FrmHistory"_s);
+        break;
+    case Physical:
+        openIfBuilt(u"FrmPhysical"_s, [this](Screen& physical) {
+            physical.inputs.insert(u"ExaminationSource"_s, u"D"_s);
+            physical.inputs.insert(u"ReadOnly"_s, PresMode == 0);
+        });
+        break;
+    case Risk:
+        openIfBuilt(states.at(3) ? u"FrmGrowth"_s : u"FrmRisk"_s);
+        break;
+    default:
+        openIfBuilt(u"FrmSnapCompare"_s);
+        break;
+    }
+    if (PresMode > 0)
+        setFocus(u"TxtHt"_s);
+}
+
+// A patient made or found for the prescription becomes its patient, and is offered its last prescription.
+void FrmPrescription::Set_Patient() {
+    const qint64 patient = state().CurrentPatientCode;
+    FillRowsKept(db(), *qobject_cast<ListControl*>(control(u"Cmb_Patient"_s)), PatientListSql,
+                 {u"Patient"_s});
+    if (patient <= 0) {
+        selectPatient(0);
+        return;
+    }
+    if (!db().exists(u"SELECT 1 FROM Patient WHERE Code = ?"_s, {patient})) {
+        prompter().stop(u"Invalid Patient Record. Critical Program Error."_s);
+        selectPatient(0);
+        setFocus(u"Cmb_Patient"_s);
+        return;
+    }
+    selectPatient(patient);
+    if (patient != m_patientOffered) {
+        m_patientOffered = patient;
+        OfferLastPrescription();
+    }
+}
+
+// The patient shown was changed in the patient master: the screen shows it as it now stands.
+void FrmPrescription::Set_EditPatient() {
+    const qint64 patient = state().CurrentPatientCode;
+    FillRowsKept(db(), *qobject_cast<ListControl*>(control(u"Cmb_Patient"_s)), PatientListSql,
+                 {u"Patient"_s});
+    const auto row = db().first(u"SELECT * FROM Patient WHERE Code = ?"_s, {patient});
+    if (!row) {
+        prompter().stop(u"Invalid Patient Record. Critical Program Error."_s);
+        selectPatient(0);
+        return;
+    }
+    const std::array<bool, 8> kept = states;
+    FillPatientContext(row, qobject_cast<DateBox*>(control(u"PresDate"_s))->date());
+    // The states the doctor set by hand stay; the age decides paediatric and elderly again.
+    for (int field : {1, 2, 5, 6, 7})
+        states.at(field) = kept.at(field);
+    showStates();
+    lockFields();
 }
 
 // The patient's last prescription may fill the new one; its history lists always carry over.

@@ -72,6 +72,9 @@ private:
     void ClearPatientContext();
     bool patientLeave();
     void OfferLastPrescription();
+    void patientButton(int index);
+    void Set_Patient();
+    void Set_EditPatient();
     bool lmpLeave();
     void DownloadPrescription(qint64 source, bool confirm, bool safety);
     void takeStates(const Row& head);

@@ -847,6 +847,8 @@ std::vector<Table> build() {
         staging("TmpPresPersonal", stagedPersonal),
         staging("TmpVComplaint", {{"ComplaintCode", Long}, {"Notes", Text}, {"ComplaintName", Text}}),
         staging("TmpReadyDet", stagedBrandLine),
+        // The general physical examination being written, one line an examination.
+        staging("TmpPhysical", {{"PhysicalCode", Long}, {"Examinations", Text}, {"Observation", Text}}),
         // The interacting pairs the interaction details show.
         staging("TmpIntDetails", {{"BrandCode", Long},
                                   {"Trades", Text},

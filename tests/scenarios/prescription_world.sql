@@ -48,6 +48,7 @@ INSERT INTO Personal (Code, Name, PUnit, Quantative) VALUES (1, 'SMOKING', 'CIGA
 INSERT INTO Disease (Code, Name, DiseaseSex, DiseaseCategory) VALUES (1, 'PEPTIC ULCER', 'B', 0),
   (2, 'ASTHMA', 'B', 7), (3, 'PREECLAMPSIA', 'F', 1), (4, 'BENIGN PROSTATIC HYPERPLASIA', 'M', 0),
   (5, 'CHRONIC KIDNEY DISEASE', 'B', 5), (6, 'FEBRILE SEIZURE', 'B', 3);
+INSERT INTO Physical (Code, Name, EVisible) VALUES (1, 'PALLOR', 1), (2, 'ICTERUS', 1), (3, 'CYANOSIS', 0);
 INSERT INTO Complaints (Code, Name) VALUES (1, 'FEVER'), (2, 'COUGH'), (3, 'HEADACHE');
 INSERT INTO Surgery (Code, Name) VALUES (1, 'APPENDICECTOMY'), (2, 'TONSILLECTOMY');
 INSERT INTO DiseaseDrug (DiseasesCode, DrugCode, Notes) VALUES (1, 2, 'MAY CAUSE BLEEDING'), (1, 6, '');
