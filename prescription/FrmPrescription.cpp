@@ -935,6 +935,30 @@ bool FrmPrescription::checkUpLeave() {
 // ---------------------------------------------------------------------------------------------------------
 // The patient.
 
+// The pregnancy an old prescription recorded: not when its delivery date has passed, unless the doctor
+// goes on, and not over a paediatric patient without the doctor's word.
+void FrmPrescription::takePregnancy(const Row& head) {
+    const QDate presDate = qobject_cast<DateBox*>(control(u"PresDate"_s))->date();
+    const QDate edd = head.date(u"EDDate"_s);
+    if (edd.isValid() && edd < presDate &&
+        !prompter().ask(u"Expected Delivery Date has been Expired. Want to Continue ?"_s))
+        return;
+    if (states.at(3) && !prompter().ask(u"Patient is Under Paediatric Category. Sure About Pregnancy ?"_s))
+        return;
+    states.at(1) = true;
+    states.at(2) = states.at(3) = false;
+    const QDate lmp = head.date(u"LMPDate"_s);
+    qobject_cast<DateBox*>(control(u"SSDateLMP"_s))->setDate(lmp);
+    qobject_cast<DateBox*>(control(u"SsDateEDD"_s))->setDate(edd);
+    qobject_cast<TextBox*>(control(u"TxtPregStatus"_s))
+        ->setText(prompter().ask(u"Re-Calculate Pregnancy Status ?"_s) ? PregnancyStatusText(lmp, presDate)
+                                                                       : head.text(u"PregStatus"_s));
+    for (const auto& [box, column] :
+         {std::pair{u"TxtLD"_s, u"LastDel"_s}, std::pair{u"TxtParity"_s, u"Parity"_s},
+          std::pair{u"TxtAbortion"_s, u"Abortions"_s}})
+        qobject_cast<TextBox*>(control(box))->setText(head.text(column));
+}
+
 // The last period gives the expected delivery, nine months and a week later, and the pregnancy's status.
 bool FrmPrescription::lmpLeave() {
     if (PresMode == 0)
@@ -1237,16 +1261,10 @@ void FrmPrescription::takeStates(const Row& head) {
     };
     if (female &&
         overwrite(1, pregnant, u"Pregnancy"_s, u"Patient is Pregnant"_s, u"Patient is Not Pregnant"_s)) {
-        states.at(1) = pregnant;
-        if (pregnant) {
-            states.at(2) = states.at(3) = false;
-            qobject_cast<DateBox*>(control(u"SSDateLMP"_s))->setDate(head.date(u"LMPDate"_s));
-            qobject_cast<DateBox*>(control(u"SsDateEDD"_s))->setDate(head.date(u"EDDate"_s));
-            for (const auto& [box, column] :
-                 {std::pair{u"TxtPregStatus"_s, u"PregStatus"_s}, std::pair{u"TxtLD"_s, u"LastDel"_s},
-                  std::pair{u"TxtParity"_s, u"Parity"_s}, std::pair{u"TxtAbortion"_s, u"Abortions"_s}})
-                qobject_cast<TextBox*>(control(box))->setText(head.text(column));
-        }
+        if (!pregnant)
+            states.at(1) = false;
+        else
+            takePregnancy(head);
     }
     if (female &&
         overwrite(2, lactating, u"Lactation"_s, u"Patient is Lactating"_s, u"Patient is Not Lactating"_s)) {

@@ -78,6 +78,7 @@ private:
     bool lmpLeave();
     void DownloadPrescription(qint64 source, bool confirm, bool safety);
     void takeStates(const Row& head);
+    void takePregnancy(const Row& head);
     void toggleState(int index);
     void showStates();
 
