@@ -504,13 +504,7 @@ void FrmPrescription::ShowCurrentPrescription() {
           std::pair{u"TxtNotes"_s, u"Remark"_s}})
         qobject_cast<TextBox*>(control(box))->setText(row.text(column));
 
-    std::vector<ListRow> advised;
-    for (const Row& r :
-         db().select(u"SELECT A.Code, A.Name FROM Investigation A, PresAdvised B "
-                     "WHERE A.Code = B.InvestigationCode AND B.PrescriptionCode = ? ORDER BY A.Name"_s,
-                     {code}))
-        advised.push_back({r.value(u"Code"_s), {r.text(u"Name"_s)}});
-    qobject_cast<ListBox*>(control(u"LstInvestigation"_s))->setRows(std::move(advised));
+    showAdvised(code);
 
     for (Control* c : controls()) {
         if (auto* grid = qobject_cast<Grid*>(c))
@@ -518,6 +512,14 @@ void FrmPrescription::ShowCurrentPrescription() {
     }
     brandRowChanged();
     lockFields();
+}
+
+// The investigations a prescription advised.
+void FrmPrescription::showAdvised(qint64 prescription) {
+    FillRows(db(), *qobject_cast<ListBox*>(control(u"LstInvestigation"_s)),
+             u"SELECT A.Code, A.Name FROM Investigation A, PresAdvised B "
+             "WHERE A.Code = B.InvestigationCode AND B.PrescriptionCode = ? ORDER BY A.Name"_s,
+             {prescription});
 }
 
 void FrmPrescription::setMode(int mode) {
@@ -1229,13 +1231,7 @@ void FrmPrescription::DownloadPrescription(qint64 source, bool confirm, bool saf
         prompter().ask(
             u"Want to Retrieve the Safety Check(s) Details [ Except Paediatric ] From the Selected Prescription ?"_s))
         takeStates(*head);
-    std::vector<ListRow> advised;
-    for (const Row& r :
-         db().select(u"SELECT A.Code, A.Name FROM Investigation A, PresAdvised B "
-                     "WHERE A.Code = B.InvestigationCode AND B.PrescriptionCode = ? ORDER BY A.Name"_s,
-                     {source}))
-        advised.push_back({r.value(u"Code"_s), {r.text(u"Name"_s)}});
-    qobject_cast<ListBox*>(control(u"LstInvestigation"_s))->setRows(std::move(advised));
+    showAdvised(source);
 }
 
 // The states an old prescription recorded, except Paediatric; pregnancy and lactation only when the

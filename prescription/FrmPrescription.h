@@ -42,6 +42,7 @@ private:
     void fillLists();
     void ShowCurrentPrescription();
     void showEmpty();
+    void showAdvised(qint64 prescription);
     void clearScreen();
     void lockFields();
     void setMode(int mode);
