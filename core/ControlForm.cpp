@@ -206,9 +206,9 @@ public:
         };
         // Enter puts no line break in the specialisation, it moves on as everywhere; Ctrl+Enter breaks the
         // line.
-        auto& spec = box(u"Txt_Spec"_s);
-        spec.setMultiLine(true);
-        spec.keyFilter = [](int key, const QString&, int) -> KeyResult {
+        auto& specialisation = box(u"Txt_Spec"_s);
+        specialisation.setMultiLine(true);
+        specialisation.keyFilter = [](int key, const QString&, int) -> KeyResult {
             return {key == '\'' ? 0 : key, false};
         };
         for (const QString& name : {u"Txt_Phones"_s, u"Txt_Mobile"_s, u"Txt_Pager"_s, u"Txt_Fax"_s,
