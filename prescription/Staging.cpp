@@ -20,10 +20,14 @@ bool Run(Database& db, const QString& sql, const QVariantList& params = {}) {
 
 } // namespace
 
-bool LoadPatientHistoryToStaging(Database& db, const QVariant& key, const QString& letter) {
+bool LoadPatientHistoryToStaging(Database& db, const QVariant& key, const QString& letter,
+                                 const QString& stagingPrefix) {
     bool ok = true;
-    for (const QString& table :
-         {u"TmpPresAllergy"_s, u"TmpPresPersonal"_s, u"TmpPresPast"_s, u"TmpPresFamily"_s})
+    const QString allergy = stagingPrefix + u"Allergy"_s;
+    const QString personal = stagingPrefix + u"Personal"_s;
+    const QString past = stagingPrefix + u"Past"_s;
+    const QString family = stagingPrefix + u"Family"_s;
+    for (const QString& table : {allergy, personal, past, family})
         ok = Run(db, u"DELETE FROM %1"_s.arg(table)) && ok;
     HistorySource source;
     if (letter == u"P"_s) {
@@ -44,7 +48,7 @@ bool LoadPatientHistoryToStaging(Database& db, const QVariant& key, const QStrin
     }
     const QVariantList params{letter == u"V"_s ? QVariant(key.toString()) : QVariant(key.toLongLong())};
     ok = Run(db,
-             u"INSERT INTO TmpPresAllergy (AllergyCode, AllergyType, Type, AgeCode, Notes, AllergyName, "
+             u"INSERT INTO %3 (AllergyCode, AllergyType, Type, AgeCode, Notes, AllergyName, "
              u"AgeName) "
              "SELECT A.AllergyCode, A.AllergyType, CASE A.AllergyType WHEN 'A' THEN 'Allergies' "
              "WHEN 'B' THEN 'Sub Allergies' WHEN 'D' THEN 'Drug Names' WHEN 'G' THEN 'Drug Groups' END, "
@@ -54,34 +58,34 @@ bool LoadPatientHistoryToStaging(Database& db, const QVariant& key, const QStrin
              "C.Code "
              "LEFT JOIN PharmaName D ON A.AllergyCode = D.Code LEFT JOIN DrugGroup E ON A.AllergyCode = "
              "E.Code "
-             "LEFT JOIN AgeGroup F ON A.AgeCode = F.Code WHERE %2 ORDER BY A.rowid"_s.arg(source.allergy,
-                                                                                          source.filter),
+             "LEFT JOIN AgeGroup F ON A.AgeCode = F.Code WHERE %2 ORDER BY A.rowid"_s.arg(
+                 source.allergy, source.filter, allergy),
              params) &&
          ok;
     ok = Run(db,
-             u"INSERT INTO TmpPresPersonal (PersonalCode, TimeSince, Qty, Notes, PersonalName, Quantative) "
+             u"INSERT INTO %3 (PersonalCode, TimeSince, Qty, Notes, PersonalName, Quantative) "
              "SELECT A.PersonalCode, A.TimeSince, A.Qty, A.Notes, B.Name, B.Quantative FROM %1 A "
-             "LEFT JOIN Personal B ON A.PersonalCode = B.Code WHERE %2 ORDER BY B.Name"_s.arg(source.personal,
-                                                                                              source.filter),
+             "LEFT JOIN Personal B ON A.PersonalCode = B.Code WHERE %2 ORDER BY B.Name"_s.arg(
+                 source.personal, source.filter, personal),
              params) &&
          ok;
     ok =
         Run(db,
-            u"INSERT INTO TmpPresPast (PastCode, PastType, Type, AgeCode, Notes, PastName, AgeName) "
+            u"INSERT INTO %3 (PastCode, PastType, Type, AgeCode, Notes, PastName, AgeName) "
             "SELECT A.PastCode, A.PastType, CASE A.PastType WHEN 'D' THEN 'Diseases' WHEN 'P' THEN "
             "'Procedures' "
             "END, A.AgeCode, A.Notes, CASE A.PastType WHEN 'D' THEN B.Name WHEN 'P' THEN C.Name END, D.Name "
             "FROM %1 A LEFT JOIN Disease B ON A.PastCode = B.Code LEFT JOIN Surgery C ON A.PastCode = C.Code "
             "LEFT JOIN AgeGroup D ON A.AgeCode = D.Code WHERE %2 ORDER BY A.rowid"_s.arg(source.past,
-                                                                                         source.filter),
+                                                                                         source.filter, past),
             params) &&
         ok;
     ok = Run(db,
-             u"INSERT INTO TmpPresFamily (DiseasesCode, RelationCode, AgeCode, Notes, DiseasesName, "
+             u"INSERT INTO %3 (DiseasesCode, RelationCode, AgeCode, Notes, DiseasesName, "
              "RelationName, AgeName) SELECT A.DiseasesCode, A.RelationCode, A.AgeCode, A.Notes, B.Name, "
              "C.Relation, D.Name FROM %1 A JOIN Disease B ON A.DiseasesCode = B.Code "
              "JOIN Relation C ON A.RelationCode = C.Code LEFT JOIN AgeGroup D ON A.AgeCode = D.Code "
-             "WHERE %2 ORDER BY A.rowid"_s.arg(source.family, source.filter),
+             "WHERE %2 ORDER BY A.rowid"_s.arg(source.family, source.filter, family),
              params) &&
          ok;
     return ok;

@@ -9,7 +9,9 @@ class Database;
 
 // Empties the four staged history lists and fills them from a patient ("P"), a visit ("V", the key is
 // the visit number) or a prescription (any other letter). A key that is not above 0 leaves them empty.
-bool LoadPatientHistoryToStaging(Database& db, const QVariant& key, const QString& letter);
+// The prescription stages them in TmpPresAllergy..., the patient master in TmpPatientAllergy...
+bool LoadPatientHistoryToStaging(Database& db, const QVariant& key, const QString& letter,
+                                 const QString& stagingPrefix = QStringLiteral("TmpPres"));
 
 // Empties the staged clinical lists of a prescription (complaints, diseases, procedures, brand lines) and
 // fills them from the prescription, ordered by name; with `whole`, its investigations and images too.
