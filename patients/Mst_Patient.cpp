@@ -176,15 +176,15 @@ public:
     }
 
     void load() override {
-        m_caller = inputs.value(u"CallerId"_s).toString();
+        m_caller = inputs.value(u"CallerId"_s).toInt();
         const bool existing = inputs.value(u"EditExisting"_s).toBool();
-        if (m_caller.isEmpty())
+        if (m_caller == 0)
             setCaption(state().AppTitle + u"   [Patient Master]"_s);
         else
             setCaption(existing ? u"Editing Patient Details"_s : u"Adding New Patient"_s);
         fillLists();
         m_history->fillLists();
-        if (!m_caller.isEmpty()) {
+        if (m_caller > 0) {
             const qint64 patient = state().CurrentPatientCode;
             if (existing && !goTo(patient)) {
                 m_missing = true;
@@ -207,7 +207,7 @@ public:
     }
 
     void activate() override {
-        if (m_caller.isEmpty())
+        if (m_caller == 0)
             host().setMainTitle(caption());
         if (!firstActivation())
             return;
@@ -507,7 +507,7 @@ private:
     }
 
     void Cancel() {
-        if (!m_caller.isEmpty()) {
+        if (m_caller > 0) {
             close();
             return;
         }
@@ -659,7 +659,7 @@ private:
         }
         state().CurrentPatientCode = code;
         outputs.insert(u"PatientCode"_s, code);
-        if (!m_caller.isEmpty()) {
+        if (m_caller > 0) {
             close();
             return;
         }
@@ -704,7 +704,8 @@ private:
     }
 
     std::unique_ptr<HistoryGrids> m_history;
-    QString m_caller;
+    // Who opened the screen: 0 the launcher, 1 the prescription, 2 immunization, 3 the OPD card, 4 the visit.
+    int m_caller = 0;
     bool m_missing = false;
     int m_mode = 0;
     qint64 m_code = 0;

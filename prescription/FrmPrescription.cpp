@@ -1099,7 +1099,7 @@ void FrmPrescription::patientButton(int index) {
             state().CurrentPatientCode = 0;
         const qint64 shown = state().CurrentPatientCode;
         if (!openIfBuilt(u"Mst_Patient"_s, [existing](Screen& master) {
-                master.inputs.insert(u"CallerId"_s, u"FrmPrescription"_s);
+                master.inputs.insert(u"CallerId"_s, 1);
                 master.inputs.insert(u"EditExisting"_s, existing);
             })) {
             state().CurrentPatientCode = existing ? shown : 0;

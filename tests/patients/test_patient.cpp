@@ -57,7 +57,7 @@ TEST_F(PatientMasterTest, AFailedSaveKeepsThePatientAndItsHistoryAsTheyWere) {
 TEST_F(PatientMasterTest, ACallerWithAMissingPatientIsToldAndTheScreenCloses) {
     w.process.state.CurrentPatientCode = 99;
     w.process.openModal(u"Mst_Patient"_s, [](Screen& s) {
-        s.inputs.insert(u"CallerId"_s, u"FrmPrescription"_s);
+        s.inputs.insert(u"CallerId"_s, 1);
         s.inputs.insert(u"EditExisting"_s, true);
     });
     EXPECT_EQ(w.prompter.messages, QStringList{u"stop: Patient Record Missing. Critical Program Error."_s});
