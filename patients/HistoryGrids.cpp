@@ -112,6 +112,7 @@ const Pick* PickOf(const HistoryList& list, int column) {
 struct PickList {
     const char16_t* dropDown;
     const char16_t* sql;
+    const char16_t* tables; // the tables it reads, by comma
 };
 const PickList PickLists[] = {
     {u"AllergyDD",
@@ -119,16 +120,18 @@ const PickList PickLists[] = {
      u"SELECT Code, Name, 'B' AS AllergyType, 'Sub Allergies' AS Type FROM AllergySub UNION ALL "
      u"SELECT Code, Name, 'D' AS AllergyType, 'Drug Names' AS Type FROM PharmaName UNION ALL "
      u"SELECT Code, Name, 'G' AS AllergyType, 'Drug Groups' AS Type FROM DrugGroup ORDER BY AllergyType, "
-     u"Name"},
+     u"Name",
+     u"Allergies,AllergySub,PharmaName,DrugGroup"},
     {u"PastDD",
      u"SELECT Code, Name, 'D' AS PastType, 'Diseases' AS Type FROM Disease UNION ALL "
-     u"SELECT Code, Name, 'P' AS PastType, 'Procedures' AS Type FROM Surgery ORDER BY PastType, Name"},
-    {u"PersonalDD", u"SELECT Code, Name, PUnit, Quantative FROM Personal ORDER BY Name"},
-    {u"RelationDD", u"SELECT Code, Relation FROM Relation ORDER BY Relation"},
-    {u"DiseaseDD", u"SELECT Code, Name FROM Disease ORDER BY Name"},
-    {u"AgeDD", u"SELECT Code, Name FROM AgeGroup ORDER BY Name"},
-    {u"AllergyAgeDD", u"SELECT Code, Name FROM AgeGroup ORDER BY Name"},
-    {u"PastAgeDD", u"SELECT Code, Name FROM AgeGroup ORDER BY Name"},
+     u"SELECT Code, Name, 'P' AS PastType, 'Procedures' AS Type FROM Surgery ORDER BY PastType, Name",
+     u"Disease,Surgery"},
+    {u"PersonalDD", u"SELECT Code, Name, PUnit, Quantative FROM Personal ORDER BY Name", u"Personal"},
+    {u"RelationDD", u"SELECT Code, Relation FROM Relation ORDER BY Relation", u"Relation"},
+    {u"DiseaseDD", u"SELECT Code, Name FROM Disease ORDER BY Name", u"Disease"},
+    {u"AgeDD", u"SELECT Code, Name FROM AgeGroup ORDER BY Name", u"AgeGroup"},
+    {u"AllergyAgeDD", u"SELECT Code, Name FROM AgeGroup ORDER BY Name", u"AgeGroup"},
+    {u"PastAgeDD", u"SELECT Code, Name FROM AgeGroup ORDER BY Name", u"AgeGroup"},
 };
 
 } // namespace
@@ -172,8 +175,8 @@ QStringList HistoryGrids::gridNames() {
 
 void HistoryGrids::fillLists() {
     for (const PickList& pick : PickLists)
-        FillRows(m_screen.db(), *qobject_cast<ListControl*>(m_screen.control(Text(pick.dropDown))),
-                 Text(pick.sql));
+        FillRowsKept(m_screen.db(), *qobject_cast<ListControl*>(m_screen.control(Text(pick.dropDown))),
+                     Text(pick.sql), Text(pick.tables).split(u','));
 }
 
 void HistoryGrids::reload() {

@@ -390,15 +390,19 @@ void FrmPrescription::fillLists() {
                  {u"Patient"_s});
     fill(u"Cmb_RefBy"_s, u"SELECT RefBy FROM RefBy WHERE PrescriberCode = ? ORDER BY RefBy"_s,
          {state().ClinicPrescriberCode});
-    fill(u"CmbPharma"_s, u"SELECT Code, Name FROM PharmaName ORDER BY Name"_s);
+    const auto keep = [this](const QString& list, const QString& sql, const QStringList& tables) {
+        FillRowsKept(db(), *qobject_cast<ListControl*>(control(list)), sql, tables);
+    };
+    keep(u"CmbPharma"_s, u"SELECT Code, Name FROM PharmaName ORDER BY Name"_s, {u"PharmaName"_s});
     fill(u"CmbIndication"_s, u"SELECT Code, Name FROM Indication ORDER BY Name"_s);
     fill(u"CmbGroup"_s, u"SELECT Code, Name FROM GroupName ORDER BY Name"_s);
     fill(u"CmbCompany"_s, u"SELECT Code, Name FROM Manufacturer ORDER BY Name"_s);
     fill(u"SymbolDD"_s, u"SELECT Code, Name FROM Symbols ORDER BY Name"_s);
     fill(u"ComplaintDD"_s, u"SELECT Code, Name FROM Complaints ORDER BY Name"_s);
-    fill(u"DiseasesDD"_s,
-         u"SELECT Code, Name, Familial, Congenital, Communicable, LifeStyle, Genetic, TypeNotes, "
-         "DiseaseSex, DiseaseCategory, Notes FROM Disease ORDER BY Name"_s);
+    keep(u"DiseasesDD"_s,
+         u"SELECT Code, Name, Familial, Congenital, Communicable, LifeStyle, Genetic, TypeNotes, DiseaseSex, "
+         "DiseaseCategory, Notes FROM Disease ORDER BY Name"_s,
+         {u"Disease"_s});
     fill(u"ProcedureDD"_s, u"SELECT Code, Name FROM Surgery ORDER BY Name"_s);
     m_history->fillLists();
     fill(u"DsgRemarkDD"_s, u"SELECT Code, Name FROM DsgRemark ORDER BY Name"_s);
