@@ -773,6 +773,9 @@ bool Binder::keyPress(Binding& b, QKeyEvent* event) {
             m_screen->pressKey(c, *key);
             return true;
         }
+        // Enter is the screen's where it has a meaning for the line (leaving an empty new line, going down).
+        if (key == Key::Enter && c.onKeyDown)
+            return c.onKeyDown(Key::Enter);
         return false;
     case ControlKind::Button:
         if (key == Key::Enter) {
