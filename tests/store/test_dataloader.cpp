@@ -641,3 +641,109 @@ TEST_F(DeliveredDataTest, FrontDeskLauncherOffersCardsVisitsAndItsOwnParameters)
 }
 
 } // namespace
+
+namespace {
+
+// A column of one table that points at the codes of another; `zeroMeansNone` when 0 stands for no row.
+struct Link {
+    const char* table;
+    const char* column;
+    const char* target;
+    bool zeroMeansNone;
+};
+
+constexpr Link KnowledgeLinks[] = {
+    {"GenericName", "Company", "Manufacturer", false},
+    {"GenericPharma", "GenericCode", "GenericName", false},
+    {"GenericPharma", "PharmaCode", "PharmaName", false},
+    {"GenericDsgFm", "GenericCode", "GenericName", false},
+    {"GenericDsgFm", "DsgFmCode", "DosageForm", false},
+    {"GenericGroup", "GenericCode", "GenericName", false},
+    {"GenericGroup", "GroupCode", "GroupName", false},
+    {"GenericSubGroup", "GenericCode", "GenericName", false},
+    {"GenericSubGroup", "SubGroupCode", "SubGroup", false},
+    {"SubGroup", "GroupCode", "GroupName", false},
+    {"Interaction", "PharmaCode", "PharmaName", false},
+    {"Interaction", "PharmaCodeInt", "PharmaName", false},
+    {"Interaction", "IntTypeCode", "InteractionType", false},
+    {"DrugSafety", "PharmaCode", "PharmaName", false},
+    {"DrugSafety", "SafeFieldCode", "SafetyPara", false},
+    {"DrugSafety", "SafetyCode", "SafetyStatus", false},
+    {"PharmaGroup", "PharmaCode", "PharmaName", false},
+    {"PharmaGroup", "DrugGroup", "DrugGroup", false},
+    {"PharmaIndication", "PharmaCode", "PharmaName", false},
+    {"PharmaIndication", "IndicationCode", "Indication", false},
+    {"PharmaContra", "PharmaCode", "PharmaName", false},
+    {"PharmaContra", "ContraIndicationCode", "ContraIndication", false},
+    {"PharmaSide", "PharmaCode", "PharmaName", false},
+    {"PharmaSide", "SideEffectCode", "SideEffect", false},
+    {"PharmaSpecial", "PharmaCode", "PharmaName", false},
+    {"PharmaSpecial", "SpecialCode", "SpecialCare", false},
+    {"Disease", "DiseaseCategory", "SafetyPara", true},
+    {"DiseaseDrug", "DiseasesCode", "Disease", false},
+    {"DiseaseDrug", "DrugCode", "PharmaName", false},
+    {"InvDiseases", "DiseasesCode", "Disease", false},
+    {"InvDiseases", "InvestigationCode", "Investigation", false},
+    {"DiseaseInv", "DiseasesCode", "Disease", false},
+    {"DiseaseInv", "InvestigationCode", "Investigation", false},
+    {"DiseaseInv", "SafeFieldCode", "SafetyPara", false},
+};
+
+// The masters whose names the system keeps trimmed and in capitals, and unique.
+constexpr const char* CapitalMasters[] = {
+    "PharmaName", "GenericName", "Manufacturer", "DosageForm", "GroupName",       "SubGroup",
+    "DrugGroup",  "Disease",     "Complaints",   "Surgery",    "Indication",      "ContraIndication",
+    "SideEffect", "SpecialCare", "Symbols",      "DsgRemark",  "Allergies",       "AllergySub",
+    "Personal",   "Occupation",  "City",         "Physical",   "InteractionType", "Investigation"};
+
+} // namespace
+
+// The knowledge base holds together: every link finds its row, every pair of drugs interacts both ways,
+// every drug has its seven safety rows and a group, every brand a drug and a form.
+TEST_F(DeliveredDataTest, TheKnowledgeBaseHoldsTogether) {
+    for (const Link& link : KnowledgeLinks) {
+        const QString sql =
+            u"SELECT COUNT(*) FROM %1 A WHERE A.%2 IS NOT NULL %4 AND NOT EXISTS "
+            "(SELECT 1 FROM %3 B WHERE B.Code = A.%2)"_s.arg(
+                QString::fromLatin1(link.table), QString::fromLatin1(link.column),
+                QString::fromLatin1(link.target),
+                link.zeroMeansNone ? u"AND A.%1 <> 0"_s.arg(QString::fromLatin1(link.column)) : QString());
+        EXPECT_EQ(m_full->rows(sql).front().value(0).toInt(), 0) << link.table << "." << link.column;
+    }
+    EXPECT_EQ(m_full
+                  ->rows(u"SELECT COUNT(*) FROM Interaction A WHERE NOT EXISTS (SELECT 1 FROM Interaction B "
+                         "WHERE B.PharmaCode = A.PharmaCodeInt AND B.PharmaCodeInt = A.PharmaCode)"_s)
+                  .front()
+                  .value(0)
+                  .toInt(),
+              0)
+        << "an interaction stored one way only";
+    EXPECT_EQ(texts(*m_full,
+                    u"SELECT Name FROM PharmaName A WHERE (SELECT COUNT(DISTINCT SafeFieldCode) FROM "
+                    "DrugSafety B WHERE B.PharmaCode = A.Code AND B.SafeFieldCode BETWEEN 1 AND 7) < 7"_s),
+              QStringList{})
+        << "drugs without their seven safety rows";
+    EXPECT_EQ(texts(*m_full, u"SELECT Name FROM PharmaName A WHERE NOT EXISTS (SELECT 1 FROM PharmaGroup B "
+                             "WHERE B.PharmaCode = A.Code)"_s),
+              QStringList{})
+        << "drugs without a group";
+    EXPECT_EQ(texts(*m_full,
+                    u"SELECT Name FROM GenericName A WHERE NOT EXISTS (SELECT 1 FROM GenericPharma B "
+                    "WHERE B.GenericCode = A.Code) OR NOT EXISTS (SELECT 1 FROM GenericDsgFm C "
+                    "WHERE C.GenericCode = A.Code)"_s),
+              QStringList{})
+        << "brands without a drug or a form";
+}
+
+TEST_F(DeliveredDataTest, MasterNamesAreTrimmedCapitalAndUnique) {
+    for (const char* master : CapitalMasters) {
+        const QString table = QString::fromLatin1(master);
+        EXPECT_EQ(texts(*m_full, u"SELECT Name FROM %1 WHERE Name <> UPPER(TRIM(Name))"_s.arg(table)),
+                  QStringList{})
+            << master;
+        EXPECT_EQ(texts(*m_full, u"SELECT UPPER(TRIM(Name)) FROM %1 GROUP BY UPPER(TRIM(Name)) "
+                                 "HAVING COUNT(*) > 1"_s.arg(table)),
+                  QStringList{})
+            << master;
+    }
+}
