@@ -105,6 +105,8 @@ public:
     bool tick(int columnNumber, bool on);
     bool commit();
     bool deleteRow();
+    // The person stands on a column of the current line, as the view shows it already.
+    void standOn(int columnNumber) { m_column = columnNumber; }
     // Drops the edits of the current line: a stored line comes back as stored, the new line empties.
     void discard();
     // The person clicks a cell: its row becomes current, then the cell's rule runs.

@@ -394,9 +394,12 @@ void Binder::wireGrid(Binding& b) {
     setWidths();
     connect(model, &QAbstractItemModel::modelReset, view, setWidths);
     connect(view->selectionModel(), &QItemSelectionModel::currentChanged, this,
-            [this, &b](const QModelIndex& current) {
+            [this, &b, model](const QModelIndex& current) {
                 if (m_updating || !current.isValid())
                     return;
+                // The cell the person stands on is the grid's current column; Enter's meaning depends on it.
+                if (const GridColumn* column = model->columnAt(current.column()); column && live(b))
+                    qobject_cast<Grid*>(b.control.data())->standOn(column->number);
                 const int row = current.row();
                 QMetaObject::invokeMethod(
                     this, [this, &b, row] { gridRowChosen(b, row); }, Qt::QueuedConnection);

@@ -2,6 +2,7 @@
 
 #include "core/Screen.h"
 
+#include <QAbstractItemView>
 #include <QComboBox>
 #include <QHeaderView>
 #include <QScrollBar>
@@ -216,7 +217,16 @@ void GridDelegate::setEditorData(QWidget* editor, const QModelIndex& index) cons
     const QString text = index.data(Qt::EditRole).toString();
     combo->setCurrentIndex(combo->findText(text, Qt::MatchFixedString));
     combo->setEditText(text);
-    QMetaObject::invokeMethod(combo, &QComboBox::showPopup, Qt::QueuedConnection);
+    // The list opens on its own; no row stands chosen in it until the person moves to one, so Enter on an
+    // empty cell picks nothing.
+    QMetaObject::invokeMethod(
+        combo,
+        [combo, empty = text.isEmpty()] {
+            combo->showPopup();
+            if (empty)
+                combo->view()->setCurrentIndex(QModelIndex());
+        },
+        Qt::QueuedConnection);
 }
 
 void GridDelegate::setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const {
