@@ -390,5 +390,13 @@ int main(int argc, char** argv) {
                                  "'1-0-1' FROM GenericName WHERE Code = ?"_s,
                                  {random.bounded(kBrands) + 1});
         });
+
+    // The patient master over 100,000 patients.
+    Measure("open the patient master", runs, [&](int) {
+        if (Screen* screen = process.open(u"Mst_Patient"_s))
+            process.closeScreen(*screen);
+    });
+    Screen* patients = process.open(u"Mst_Patient"_s);
+    Measure("next patient", runs, [&](int) { patients->click(*patients->control(u"Cmd"_s, 2)); });
     return 0;
 }
