@@ -77,6 +77,10 @@ KeyResult KeyAlphanumeric(int key) {
     return Refuse();
 }
 
+KeyResult KeyMeasure(int key, const QString& text, int selStart) {
+    return KeyDecimal(key, 3, 2, text, selStart);
+}
+
 KeyResult KeyDecimal(int key, int intDigits, int decDigits, const QString& text, int selStart) {
     if (IsControlKey(key)) {
         return Accept(key);

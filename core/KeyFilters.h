@@ -30,6 +30,8 @@ KeyResult KeyAlphanumeric(int key);
 // A number of at most `intDigits` digits before and `decDigits` after one full stop, judged at
 // the cursor `selStart`. A zero typed at the very start is dropped without a beep.
 KeyResult KeyDecimal(int key, int intDigits, int decDigits, const QString& text, int selStart);
+// A body measure (height, weight, temperature): KeyDecimal with three digits and two decimals.
+KeyResult KeyMeasure(int key, const QString& text, int selStart);
 
 // No blank next to a blank: the character before the cursor, or the first one at the start of the
 // box, must not be a blank. An empty box takes anything.

@@ -173,6 +173,14 @@ double RoundHalfEven(double value, int decimals) {
     return FixedText(value, decimals).toDouble();
 }
 
+QString MeasureText(double value) {
+    return value == 0 ? QString() : NumberText(value);
+}
+
+double MeasureOf(const QString& text) {
+    return text.trimmed().toDouble();
+}
+
 QString NumberText(double value) {
     if (!std::isfinite(value)) {
         return QString::number(value);

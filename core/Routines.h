@@ -16,6 +16,10 @@ double RoundHalfEven(double value, int decimals);
 
 // A number as its shortest natural text: 45, 49.5, 3.25, never 45.00.
 QString NumberText(double value);
+// A measure in a box: blank for 0, else its shortest text; and the value a box's text stands for, 0 when
+// blank.
+QString MeasureText(double value);
+double MeasureOf(const QString& text);
 
 // The trimmed text before the first `separator`, or the whole trimmed text without one.
 QString TextBefore(const QString& text, const QString& separator);

@@ -32,42 +32,6 @@ KeyResult Digits(int key, const QString& text, int selStart) {
     return KeyDecimal(key, 3, 0, text, selStart);
 }
 
-KeyResult Measure(int key, const QString& text, int selStart) {
-    return KeyDecimal(key, 3, 2, text, selStart);
-}
-
-double Number(const QString& text) {
-    return text.trimmed().toDouble();
-}
-
-QString NumberBox(double value) {
-    return value == 0 ? QString() : NumberText(value);
-}
-
-// The staged history lists and the rows Save leaves behind as incomplete.
-const char16_t* const Sweeps[] = {
-    u"DELETE FROM TmpPatientAllergy WHERE AllergyCode IS NULL OR AllergyCode = '' OR AllergyCode <= 0 OR "
-    u"AgeCode "
-    u"IS NULL OR AgeCode = '' OR AgeCode <= 0 OR AllergyType IS NULL OR TRIM(AllergyType) = ''",
-    u"DELETE FROM TmpPatientPersonal WHERE PersonalCode IS NULL OR PersonalCode = '' OR PersonalCode <= 0",
-    u"DELETE FROM TmpPatientPast WHERE PastCode IS NULL OR PastCode = '' OR PastCode <= 0 OR AgeCode IS NULL "
-    u"OR "
-    u"AgeCode = '' OR AgeCode <= 0 OR PastType IS NULL OR TRIM(PastType) = ''",
-    u"DELETE FROM TmpPatientFamily WHERE DiseasesCode IS NULL OR DiseasesCode = '' OR DiseasesCode <= 0 OR "
-    u"AgeCode "
-    u"IS NULL OR AgeCode = '' OR AgeCode <= 0 OR RelationCode IS NULL OR RelationCode = '' OR RelationCode "
-    u"<= 0",
-};
-const char16_t* const Copies[] = {
-    u"INSERT INTO PatientAllergy (PatientCode, AllergyCode, AllergyType, AgeCode, Notes) "
-    u"SELECT ?, AllergyCode, AllergyType, AgeCode, Notes FROM TmpPatientAllergy ORDER BY rowid",
-    u"INSERT INTO PatientPersonal (PatientCode, PersonalCode, TimeSince, Qty, Notes) "
-    u"SELECT ?, PersonalCode, TimeSince, Qty, Notes FROM TmpPatientPersonal ORDER BY rowid",
-    u"INSERT INTO PatientPast (PatientCode, PastCode, PastType, AgeCode, Notes) "
-    u"SELECT ?, PastCode, PastType, AgeCode, Notes FROM TmpPatientPast ORDER BY rowid",
-    u"INSERT INTO PatientFamily (PatientCode, DiseasesCode, RelationCode, AgeCode, Notes) "
-    u"SELECT ?, DiseasesCode, RelationCode, AgeCode, Notes FROM TmpPatientFamily ORDER BY rowid",
-};
 const char16_t* const Histories[] = {u"PatientPhysical", u"PatientAllergy", u"PatientPersonal",
                                      u"PatientPast", u"PatientFamily"};
 
@@ -125,9 +89,9 @@ public:
               std::tuple{u"TxtWeight"_s, 150.0, u"Ab-Normal Patient's Weight. Want to Continue ?"_s},
               std::tuple{u"TxtApgar"_s, 10.0, u"Ab-Normal Patient's Apgar Score. Want to Continue ?"_s}}) {
             auto& box = add<TextBox>(name);
-            box.keyFilter = Measure;
+            box.keyFilter = KeyMeasure;
             box.onValidate = [this, &box, limit, question] {
-                if (m_mode == 0 || Number(box.text()) <= limit || prompter().ask(question)) {
+                if (m_mode == 0 || MeasureOf(box.text()) <= limit || prompter().ask(question)) {
                     showStatus();
                     return true;
                 }
@@ -360,9 +324,9 @@ private:
         ShowComboCode(combo(u"CmbCompany"_s), row.integer(u"Company"_s));
         box(u"TxtEmployeeID"_s).setText(row.text(u"EmployeeID"_s));
         ShowComboCode(combo(u"CmbPayer"_s), row.integer(u"Payer"_s));
-        box(u"TxtHeight"_s).setText(NumberBox(row.real(u"PHeight"_s)));
-        box(u"TxtWeight"_s).setText(NumberBox(row.real(u"PWeight"_s)));
-        box(u"TxtApgar"_s).setText(NumberBox(row.real(u"ApgarScore"_s)));
+        box(u"TxtHeight"_s).setText(MeasureText(row.real(u"PHeight"_s)));
+        box(u"TxtWeight"_s).setText(MeasureText(row.real(u"PWeight"_s)));
+        box(u"TxtApgar"_s).setText(MeasureText(row.real(u"ApgarScore"_s)));
         combo(u"CmbBlood"_s).setText(row.text(u"Blood"_s));
         combo(u"CmbRh"_s).setText(row.text(u"Rh"_s));
         combo(u"CmbMarital"_s).setText(row.text(u"Marital"_s));
@@ -393,8 +357,8 @@ private:
         control(u"Lbl1"_s)->setCaption(years < 13 ? u"Growth"_s : u"Obesity"_s);
         box(u"TxtObesity"_s)
             .setText(WeightAssessment(years, box(u"TxtAge"_s, 1).text().toInt(),
-                                      Number(box(u"TxtHeight"_s).text()),
-                                      Number(box(u"TxtWeight"_s).text())));
+                                      MeasureOf(box(u"TxtHeight"_s).text()),
+                                      MeasureOf(box(u"TxtWeight"_s).text())));
     }
 
     bool birthLeave() {
@@ -592,11 +556,11 @@ private:
                                   box(u"TxtEmployeeID"_s).text().trimmed(),
                                   std::max<qint64>(ChosenCode(combo(u"CmbCompany"_s)), 0),
                                   std::max<qint64>(ChosenCode(combo(u"CmbPayer"_s)), 0),
-                                  Number(box(u"TxtHeight"_s).text()),
-                                  Number(box(u"TxtWeight"_s).text()),
+                                  MeasureOf(box(u"TxtHeight"_s).text()),
+                                  MeasureOf(box(u"TxtWeight"_s).text()),
                                   combo(u"CmbBlood"_s).text(),
                                   combo(u"CmbRh"_s).text(),
-                                  Number(box(u"TxtApgar"_s).text()),
+                                  MeasureOf(box(u"TxtApgar"_s).text()),
                                   combo(u"CmbMarital"_s).text(),
                                   combo(u"CmbReligion"_s).text(),
                                   combo(u"CmbOccupation"_s).text().trimmed(),
@@ -647,10 +611,7 @@ private:
                                  {code}) >= 0;
                 }
             }
-            for (const char16_t* sweep : Sweeps)
-                ok = ok && db().execute(QString::fromUtf16(sweep)) >= 0;
-            for (const char16_t* copy : Copies)
-                ok = ok && db().execute(QString::fromUtf16(copy), {code}) >= 0;
+            ok = ok && SaveHistoryFromStaging(db(), u"TmpPatient"_s, u"Patient"_s, u"PatientCode"_s, code);
             ok = ok && tx.commit();
         }
         if (!ok) {

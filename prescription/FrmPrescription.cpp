@@ -52,16 +52,6 @@ const StagedList Purges[] = {
     {u"TmpSurgery", u"SurgeryCode IS NULL OR SurgeryCode = '' OR SurgeryCode = 0"},
     {u"TmpInvestigation", u"PrescriptionCode IS NULL OR PrescriptionCode = '' OR PrescriptionCode <> :code "
                           u"OR InvestigationCode IS NULL OR InvestigationCode = '' OR InvestigationCode = 0"},
-    {u"TmpPresAllergy", u"AllergyCode IS NULL OR AllergyCode = '' OR NOT AllergyCode > 0 OR AgeCode IS NULL "
-                        u"OR AgeCode = '' OR NOT AgeCode > 0 OR TRIM(IFNULL(AllergyType, '')) = ''"},
-    {u"TmpPresPersonal", u"PersonalCode IS NULL OR PersonalCode = '' OR NOT PersonalCode > 0"},
-    {u"TmpPresPast",
-     u"PastCode IS NULL OR PastCode = '' OR NOT PastCode > 0 OR AgeCode IS NULL OR AgeCode = '' "
-     u"OR NOT AgeCode > 0 OR TRIM(IFNULL(PastType, '')) = ''"},
-    {u"TmpPresFamily",
-     u"DiseasesCode IS NULL OR DiseasesCode = '' OR NOT DiseasesCode > 0 OR AgeCode IS NULL "
-     u"OR AgeCode = '' OR NOT AgeCode > 0 OR RelationCode IS NULL OR RelationCode = '' "
-     u"OR NOT RelationCode > 0"},
 };
 
 // Staging copied into the prescription's tables at Save, in this order.
@@ -78,14 +68,6 @@ const char16_t* const Copies[] = {
     u"ResultType, "
     u"mUnit, NormalNumFrom, NormalNumTo, NormalPositive, NormalYes, Amount, ResultNumeric, ResultPositive, "
     u"ResultYes, ResultText, Conclusion FROM TmpInvestigation ORDER BY rowid",
-    u"INSERT INTO PresAllergy (PrescriptionCode, AllergyCode, AllergyType, AgeCode, Notes) "
-    u"SELECT :code, AllergyCode, AllergyType, AgeCode, Notes FROM TmpPresAllergy ORDER BY rowid",
-    u"INSERT INTO PresPersonal (PrescriptionCode, PersonalCode, TimeSince, Qty, Notes) "
-    u"SELECT :code, PersonalCode, TimeSince, Qty, Notes FROM TmpPresPersonal ORDER BY rowid",
-    u"INSERT INTO PresPast (PrescriptionCode, PastCode, PastType, AgeCode, Notes) "
-    u"SELECT :code, PastCode, PastType, AgeCode, Notes FROM TmpPresPast ORDER BY rowid",
-    u"INSERT INTO PresFamily (PrescriptionCode, DiseasesCode, RelationCode, AgeCode, Notes) "
-    u"SELECT :code, DiseasesCode, RelationCode, AgeCode, Notes FROM TmpPresFamily ORDER BY rowid",
     u"DELETE FROM TmpPhotoID WHERE PrescriptionCode IS NULL OR PrescriptionCode = '' OR PhotoID IS NULL",
     u"INSERT INTO PhotoID SELECT * FROM TmpPhotoID",
 };
@@ -123,18 +105,6 @@ KeyResult Digits(int key, const QString& text, int selStart) {
 
 KeyResult Amount(int key, const QString& text, int selStart) {
     return KeyDecimal(key, 7, 2, text, selStart);
-}
-
-KeyResult Measure(int key, const QString& text, int selStart) {
-    return KeyDecimal(key, 3, 2, text, selStart);
-}
-
-double Number(const QString& text) {
-    return text.trimmed().toDouble();
-}
-
-QString NumberBox(double value) {
-    return value == 0 ? QString() : NumberText(value);
 }
 
 } // namespace
@@ -275,7 +245,7 @@ void FrmPrescription::addPatientControls() {
     const QStringList vitals{u"TxtHt"_s, u"TxtWt"_s, u"TxtTemp"_s, u"TxtPulse"_s, u"TxtBPS"_s, u"TxtBPD"_s};
     for (const QString& name : vitals) {
         auto& box = add<TextBox>(name);
-        box.keyFilter = Measure;
+        box.keyFilter = KeyMeasure;
         box.setMaxLength(6);
         box.placeOnTab(u"SsTabPatient"_s, 0);
     }
@@ -288,13 +258,13 @@ void FrmPrescription::addPatientControls() {
         box.onValidate = [this, &box, limit, question] {
             if (PresMode == 0 || box.text() == m_measureShown)
                 return true;
-            if (Number(box.text()) > limit && !prompter().ask(question))
+            if (MeasureOf(box.text()) > limit && !prompter().ask(question))
                 return false;
             m_measureShown = box.text();
             qobject_cast<TextBox*>(control(u"TxtObesity"_s))
                 ->setText(WeightAssessment(m_age.years, m_age.months,
-                                           Number(qobject_cast<TextBox*>(control(u"TxtHt"_s))->text()),
-                                           Number(qobject_cast<TextBox*>(control(u"TxtWt"_s))->text())));
+                                           MeasureOf(qobject_cast<TextBox*>(control(u"TxtHt"_s))->text()),
+                                           MeasureOf(qobject_cast<TextBox*>(control(u"TxtWt"_s))->text())));
             return true;
         };
     }
@@ -495,7 +465,7 @@ void FrmPrescription::ShowCurrentPrescription() {
     const QStringList vitals{u"Height"_s, u"Weight"_s, u"Temp"_s, u"Pulse"_s, u"BPS"_s, u"BPD"_s};
     const QStringList boxes{u"TxtHt"_s, u"TxtWt"_s, u"TxtTemp"_s, u"TxtPulse"_s, u"TxtBPS"_s, u"TxtBPD"_s};
     for (int i = 0; i < vitals.size(); ++i)
-        qobject_cast<TextBox*>(control(boxes.at(i)))->setText(NumberBox(row.real(vitals.at(i))));
+        qobject_cast<TextBox*>(control(boxes.at(i)))->setText(MeasureText(row.real(vitals.at(i))));
     for (int field = 1; field <= 7; ++field)
         states.at(field) = row.flag(QString::fromUtf16(StateColumns[field]));
     showStates();
@@ -783,12 +753,12 @@ bool FrmPrescription::writePrescription(bool isNew) {
                           "Examination = ?, Remark = ?, Amount = ?, PayMode = ?, ChequeNo = ?, ChkDate = ?, "
                           "NVRemark = ?, "
                           "RefBy = ? WHERE Code = ?"_s,
-                          {Number(text(u"TxtHt"_s)),
-                           Number(text(u"TxtWt"_s)),
-                           Number(text(u"TxtTemp"_s)),
-                           Number(text(u"TxtPulse"_s)),
-                           Number(text(u"TxtBPS"_s)),
-                           Number(text(u"TxtBPD"_s)),
+                          {MeasureOf(text(u"TxtHt"_s)),
+                           MeasureOf(text(u"TxtWt"_s)),
+                           MeasureOf(text(u"TxtTemp"_s)),
+                           MeasureOf(text(u"TxtPulse"_s)),
+                           MeasureOf(text(u"TxtBPS"_s)),
+                           MeasureOf(text(u"TxtBPD"_s)),
                            text(u"TxtObesity"_s).trimmed(),
                            states.at(3),
                            states.at(4),
@@ -805,7 +775,7 @@ bool FrmPrescription::writePrescription(bool isNew) {
                            text(u"TxtAbortion"_s).trimmed(),
                            text(u"TxtExamination"_s),
                            text(u"TxtNotes"_s),
-                           Number(text(u"TxtAmount"_s)),
+                           MeasureOf(text(u"TxtAmount"_s)),
                            cash ? u"C"_s : (cheque ? u"B"_s : u"D"_s),
                            cheque ? text(u"Txt_ChequeNo"_s) : QString(),
                            date(u"SsDateCheckUp"_s),
@@ -820,6 +790,7 @@ bool FrmPrescription::writePrescription(bool isNew) {
                                number) >= 0;
     for (const char16_t* copy : Copies)
         ok = ok && RunWithCode(db(), QString::fromUtf16(copy), number) >= 0;
+    ok = ok && SaveHistoryFromStaging(db(), u"TmpPres"_s, u"Pres"_s, u"PrescriptionCode"_s, number);
     for (const ListRow& advised : qobject_cast<ListBox*>(control(u"LstInvestigation"_s))->rows())
         ok = ok &&
              db().execute(u"INSERT INTO PresAdvised (PrescriptionCode, InvestigationCode) VALUES (?, ?)"_s,
@@ -834,8 +805,8 @@ bool FrmPrescription::writePrescription(bool isNew) {
             ok = db().execute(u"UPDATE Visits SET VisitStatus = 'D' WHERE VisitNo = ?"_s, {visit}) >= 0;
         ok = ok && db().execute(u"UPDATE Patient SET Last_Date = ?, Last_No = ?, PHeight = ?, PWeight = ? "
                                 "WHERE Code = ?"_s,
-                                {sqlDate(presDate), number, Number(text(u"TxtHt"_s)),
-                                 Number(text(u"TxtWt"_s)), patient}) >= 0;
+                                {sqlDate(presDate), number, MeasureOf(text(u"TxtHt"_s)),
+                                 MeasureOf(text(u"TxtWt"_s)), patient}) >= 0;
     }
     // The dosage of each line marked to be remembered becomes the default of its brand and form.
     ok =
@@ -1037,8 +1008,8 @@ void FrmPrescription::FillPatientContext(const std::optional<Row>& patient, cons
     }
     const double height = patient->real(u"PHeight"_s);
     const double weight = patient->real(u"PWeight"_s);
-    qobject_cast<TextBox*>(control(u"TxtHt"_s))->setText(NumberBox(height));
-    qobject_cast<TextBox*>(control(u"TxtWt"_s))->setText(NumberBox(weight));
+    qobject_cast<TextBox*>(control(u"TxtHt"_s))->setText(MeasureText(height));
+    qobject_cast<TextBox*>(control(u"TxtWt"_s))->setText(MeasureText(weight));
     control(u"LblObesity"_s)->setCaption(states.at(3) ? u"Growth"_s : u"Obesity"_s);
     control(u"CmdPatient"_s, 6)
         ->setCaption(states.at(3) ? u"Child &Growth Status"_s : u"Coronary R&isk Prediction"_s);

@@ -91,6 +91,43 @@ bool LoadPatientHistoryToStaging(Database& db, const QVariant& key, const QStrin
     return ok;
 }
 
+bool SaveHistoryFromStaging(Database& db, const QString& stagingPrefix, const QString& ownerPrefix,
+                            const QString& keyColumn, qint64 code) {
+    // A list, the rows it may not keep, and the columns it writes.
+    struct History {
+        QString list;
+        QString incomplete;
+        QString columns;
+    };
+    const QString age = u" OR AgeCode IS NULL OR AgeCode = '' OR NOT AgeCode > 0"_s;
+    const History histories[] = {
+        {u"Allergy"_s,
+         u"AllergyCode IS NULL OR AllergyCode = '' OR NOT AllergyCode > 0"_s + age +
+             u" OR TRIM(IFNULL(AllergyType, '')) = ''"_s,
+         u"AllergyCode, AllergyType, AgeCode, Notes"_s},
+        {u"Personal"_s, u"PersonalCode IS NULL OR PersonalCode = '' OR NOT PersonalCode > 0"_s,
+         u"PersonalCode, TimeSince, Qty, Notes"_s},
+        {u"Past"_s,
+         u"PastCode IS NULL OR PastCode = '' OR NOT PastCode > 0"_s + age +
+             u" OR TRIM(IFNULL(PastType, '')) = ''"_s,
+         u"PastCode, PastType, AgeCode, Notes"_s},
+        {u"Family"_s,
+         u"DiseasesCode IS NULL OR DiseasesCode = '' OR NOT DiseasesCode > 0"_s + age +
+             u" OR RelationCode IS NULL OR RelationCode = '' OR NOT RelationCode > 0"_s,
+         u"DiseasesCode, RelationCode, AgeCode, Notes"_s},
+    };
+    bool ok = true;
+    for (const History& h : histories) {
+        const QString staging = stagingPrefix + h.list;
+        ok = ok && Run(db, u"DELETE FROM %1 WHERE %2"_s.arg(staging, h.incomplete));
+        ok = ok && Run(db,
+                       u"INSERT INTO %1%2 (%3, %4) SELECT ?, %4 FROM %5 ORDER BY rowid"_s.arg(
+                           ownerPrefix, h.list, keyColumn, h.columns, staging),
+                       {code});
+    }
+    return ok;
+}
+
 bool LoadStagingFromPrescription(Database& db, qint64 prescription, bool whole) {
     bool ok = true;
     const QVariantList key{prescription};
