@@ -8,6 +8,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QHash>
 #include <QRegularExpression>
 #include <QSqlError>
 #include <QSqlQuery>
@@ -18,6 +19,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <system_error>
 #include <vector>
@@ -40,18 +42,63 @@ QString quoted(const char* identifier) {
     return u"\"%1\""_s.arg(QString::fromLatin1(identifier));
 }
 
-// One row of a data file, its values converted for binding.
+// One row of a data file, its values converted for binding. A field of a reference column holds the name
+// it was written with until the load resolves it to a code.
 struct DataRow {
     int line;
     QVariantList values;
+};
+
+// A column written `Column=Table` or `Column=Table.NameColumn`: its fields name rows of that table, and the
+// load stores their key.
+struct Reference {
+    const schema::Table* table = nullptr;
+    const schema::Column* key = nullptr;
+    const schema::Column* name = nullptr;
 };
 
 // The parsed content of one data file.
 struct DataFile {
     const schema::Table* table = nullptr;
     std::vector<const schema::Column*> columns;
+    std::vector<std::optional<Reference>> references;
+    // The two columns of a directive "#! both-ways A B": every row is stored also with the two swapped.
+    std::optional<std::pair<int, int>> bothWays;
     std::vector<DataRow> rows;
 };
+
+// The key column of a table that other tables point at: its counter or assigned number.
+const schema::Column* keyColumn(const schema::Table& table) {
+    for (const schema::Column& column : table.columns) {
+        if (column.type == Type::Counter || column.type == Type::KeyLong)
+            return &column;
+    }
+    return nullptr;
+}
+
+// Reads the right side of a column header `Column=Table[.NameColumn]`, or says why it can not be used.
+std::optional<Reference> reference(const schema::Column& column, const QString& target, QString* why) {
+    if (column.type != Type::Long && column.type != Type::Integer) {
+        *why = u"column %1 holds no code, so it can not name rows of %2"_s.arg(
+            QString::fromLatin1(column.name), target);
+        return std::nullopt;
+    }
+    const qsizetype dot = target.indexOf(u'.');
+    const QString tableName = dot < 0 ? target : target.left(dot);
+    Reference out;
+    out.table = schema::findTable(tableName);
+    if (!out.table || out.table->staging) {
+        *why = u"there is no table named %1"_s.arg(tableName);
+        return std::nullopt;
+    }
+    out.key = keyColumn(*out.table);
+    out.name = schema::findColumn(*out.table, dot < 0 ? u"Name"_s : target.mid(dot + 1));
+    if (!out.key || !out.name || (out.name->type != Type::Text && out.name->type != Type::KeyText)) {
+        *why = u"rows of %1 can not be named: it needs a code and a name column"_s.arg(target);
+        return std::nullopt;
+    }
+    return out;
+}
 
 // Undoes the escapes \t, \n and \\ of a field; no value for any other use of the backslash.
 std::optional<QString> unescaped(QStringView field) {
@@ -183,7 +230,10 @@ bool parse(const QString& path, DataFile* out, QString* error) {
 
     out->table = table;
     out->columns.clear();
+    out->references.clear();
+    out->bothWays.reset();
     out->rows.clear();
+    std::vector<std::pair<int, QString>> directives;
     bool inHeader = true;
     bool haveColumns = false;
     const QStringList lines = text.split(u'\n');
@@ -194,13 +244,19 @@ bool parse(const QString& path, DataFile* out, QString* error) {
             line.chop(1);
         if (line.isEmpty())
             continue;
+        if (inHeader && line.startsWith(u"#!"_s)) {
+            directives.emplace_back(lineNo, line.mid(2).simplified());
+            continue;
+        }
         if (inHeader && line.startsWith(u'#'))
             continue;
         inHeader = false;
         const QStringList fields = line.split(u'\t');
         if (!haveColumns) {
             haveColumns = true;
-            for (const QString& name : fields) {
+            for (const QString& field : fields) {
+                const qsizetype equals = field.indexOf(u'=');
+                const QString name = equals < 0 ? field : field.left(equals);
                 const schema::Column* column = schema::findColumn(*table, name);
                 if (!column)
                     return lineError(lineNo, u"table %1 has no column \"%2\""_s.arg(
@@ -210,6 +266,32 @@ bool parse(const QString& path, DataFile* out, QString* error) {
                         return lineError(lineNo, u"column \"%1\" is named twice"_s.arg(name));
                 }
                 out->columns.push_back(column);
+                if (equals < 0) {
+                    out->references.emplace_back();
+                    continue;
+                }
+                QString why;
+                const std::optional<Reference> target = reference(*column, field.mid(equals + 1), &why);
+                if (!target)
+                    return lineError(lineNo, why);
+                out->references.push_back(target);
+            }
+            for (const auto& [directiveLine, directive] : directives) {
+                const QStringList words = directive.split(u' ');
+                const auto at = [&](const QString& name) {
+                    const schema::Column* column = schema::findColumn(*table, name);
+                    const auto found = std::find(out->columns.cbegin(), out->columns.cend(), column);
+                    return column && found != out->columns.cend()
+                               ? static_cast<int>(found - out->columns.cbegin())
+                               : -1;
+                };
+                if (words.size() != 3 || words.at(0) != u"both-ways"_s)
+                    return lineError(directiveLine, u"the only directive is \"#! both-ways A B\""_s);
+                const int first = at(words.at(1));
+                const int second = at(words.at(2));
+                if (first < 0 || second < 0 || first == second)
+                    return lineError(directiveLine, u"both-ways names two different columns of the file"_s);
+                out->bothWays = std::make_pair(first, second);
             }
             continue;
         }
@@ -226,6 +308,10 @@ bool parse(const QString& path, DataFile* out, QString* error) {
                 return lineError(lineNo, u"column %1: a backslash is written only as \\t, \\n or \\\\"_s.arg(
                                              QString::fromLatin1(column.name)));
             }
+            if (out->references.at(static_cast<std::size_t>(f))) {
+                row.values.append(value->isEmpty() ? QVariant() : QVariant(*value));
+                continue;
+            }
             QString why;
             const std::optional<QVariant> bound = converted(*value, column, &why);
             if (!bound)
@@ -239,9 +325,131 @@ bool parse(const QString& path, DataFile* out, QString* error) {
     return true;
 }
 
+// Turns the names of the reference columns into the codes of the rows they name. A name must match one
+// row exactly, capitals and blanks included.
+bool resolveReferences(QSqlDatabase& db, const QString& path, DataFile* data, QString* error) {
+    for (std::size_t c = 0; c < data->columns.size(); ++c) {
+        const std::optional<Reference>& target = data->references.at(c);
+        if (!target)
+            continue;
+        QSqlQuery find(db);
+        const QString sql = u"SELECT %1 FROM %2 WHERE %3 = ? COLLATE BINARY LIMIT 2"_s.arg(
+            quoted(target->key->name), quoted(target->table->name), quoted(target->name->name));
+        if (!find.prepare(sql))
+            return fail(error, u"%1: %2"_s.arg(path, find.lastError().text()));
+        QHash<QString, qint64> known;
+        for (DataRow& row : data->rows) {
+            QVariant& value = row.values[static_cast<qsizetype>(c)];
+            if (value.isNull())
+                continue;
+            const QString name = value.toString();
+            if (const auto hit = known.constFind(name); hit != known.cend()) {
+                value = *hit;
+                continue;
+            }
+            find.addBindValue(name);
+            if (!find.exec())
+                return fail(error, u"%1:%2: %3"_s.arg(path).arg(row.line).arg(find.lastError().text()));
+            std::vector<qint64> codes;
+            while (find.next())
+                codes.push_back(find.value(0).toLongLong());
+            const QString what =
+                u"column %1: %2 \"%3\""_s.arg(QString::fromLatin1(data->columns.at(c)->name),
+                                              QString::fromLatin1(target->table->name), name);
+            if (codes.empty())
+                return fail(error, u"%1:%2: %3 is not there"_s.arg(path).arg(row.line).arg(what));
+            if (codes.size() > 1)
+                return fail(error, u"%1:%2: %3 names more than one row"_s.arg(path).arg(row.line).arg(what));
+            known.insert(name, codes.front());
+            value = codes.front();
+        }
+    }
+    return true;
+}
+
+// Stores the rows of a both-ways file in the other direction too. A pair written twice, in either order,
+// is refused: the second row would either repeat or contradict the first.
+bool addReverseRows(const QString& path, DataFile* data, QString* error) {
+    if (!data->bothWays)
+        return true;
+    const auto [first, second] = *data->bothWays;
+    QHash<std::pair<qint64, qint64>, int> seen;
+    std::vector<DataRow> reversed;
+    for (const DataRow& row : data->rows) {
+        const qint64 a = row.values.at(first).toLongLong();
+        const qint64 b = row.values.at(second).toLongLong();
+        if (a == b)
+            return fail(error,
+                        u"%1:%2: a row of a both-ways file joins a row to itself"_s.arg(path).arg(row.line));
+        const auto pair = std::minmax(a, b);
+        if (const auto earlier = seen.constFind(pair); earlier != seen.cend()) {
+            return fail(error, u"%1:%2: the pair is already written on line %3"_s.arg(path).arg(row.line).arg(
+                                   *earlier));
+        }
+        seen.insert(pair, row.line);
+        DataRow other = row;
+        other.values[first] = row.values.at(second);
+        other.values[second] = row.values.at(first);
+        reversed.push_back(std::move(other));
+    }
+    data->rows.insert(data->rows.end(), std::make_move_iterator(reversed.begin()),
+                      std::make_move_iterator(reversed.end()));
+    return true;
+}
+
 bool execute(QSqlDatabase& db, const QString& sql, QString* error) {
     QSqlQuery query(db);
     return query.exec(sql) || fail(error, query.lastError().text());
+}
+
+// The tables that the header of a data file names in its reference columns.
+QStringList referencedTables(const QString& path) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    while (!file.atEnd()) {
+        const QString line = QString::fromUtf8(file.readLine()).trimmed();
+        if (line.isEmpty() || line.startsWith(u'#'))
+            continue;
+        QStringList tables;
+        for (const QString& field : line.split(u'\t')) {
+            const qsizetype equals = field.indexOf(u'=');
+            if (equals >= 0)
+                tables << field.mid(equals + 1).section(u'.', 0, 0);
+        }
+        return tables;
+    }
+    return {};
+}
+
+// The data files in an order that loads every table before the files that name its rows; otherwise by
+// name. A circle of references can not be loaded.
+bool loadOrder(const QStringList& files, QStringList* ordered, QString* error) {
+    QHash<QString, QString> fileOfTable;
+    for (const QString& path : files)
+        fileOfTable.insert(QFileInfo(path).completeBaseName().toLower(), path);
+    QHash<QString, int> state; // 1 being placed, 2 placed
+    const std::function<bool(const QString&)> place = [&](const QString& path) {
+        const int now = state.value(path);
+        if (now == 2)
+            return true;
+        if (now == 1)
+            return fail(error, u"%1: its references come back to itself"_s.arg(path));
+        state.insert(path, 1);
+        for (const QString& table : referencedTables(path)) {
+            const QString needed = fileOfTable.value(table.toLower());
+            if (!needed.isEmpty() && needed != path && !place(needed))
+                return false;
+        }
+        state.insert(path, 2);
+        ordered->append(path);
+        return true;
+    };
+    for (const QString& path : files) {
+        if (!place(path))
+            return false;
+    }
+    return true;
 }
 
 // Creates the schema in an empty file and loads the given data files into it, then compacts it.
@@ -294,7 +502,8 @@ QStringList programTables() {
 
 bool loadTableFile(QSqlDatabase& db, const QString& path, QString* error) {
     DataFile data;
-    if (!parse(path, &data, error))
+    if (!parse(path, &data, error) || !resolveReferences(db, path, &data, error) ||
+        !addReverseRows(path, &data, error))
         return false;
     QStringList names;
     QStringList marks;
@@ -353,9 +562,13 @@ bool buildDeliveredDatabases(const QString& dataDir, const QString& outDir, QStr
     }
     if (!QDir().mkpath(outDir))
         return fail(error, u"%1: the output folder can not be created"_s.arg(outDir));
+    QStringList everyOrdered;
+    QStringList programOrdered;
+    if (!loadOrder(every, &everyOrdered, error) || !loadOrder(program, &programOrdered, error))
+        return false;
     const QDir out(outDir);
-    return buildDatabase(out.filePath(u"Vantrel.db"_s), every, error) &&
-           buildDatabase(out.filePath(u"Schema.db"_s), program, error);
+    return buildDatabase(out.filePath(u"Vantrel.db"_s), everyOrdered, error) &&
+           buildDatabase(out.filePath(u"Schema.db"_s), programOrdered, error);
 }
 
 } // namespace vantrel

@@ -216,6 +216,71 @@ TEST_F(DataLoaderTest, RefusedFileLeavesNoPartialRows) {
     EXPECT_EQ(connection().count(u"PresHead"_s), 0);
 }
 
+// A file may name the rows of another table instead of writing their codes, and may store each row of a
+// pair table in both directions; faults name the file and the line.
+TEST_F(DataLoaderTest, NamesBecomeCodesAndPairsAreStoredBothWays) {
+    QString error;
+    ASSERT_TRUE(load(u"PharmaName.tsv"_s, "Code\tName\n7\tWARFARIN\n9\tASPIRIN\n12\tASPIRIN LOW\n", &error));
+    ASSERT_TRUE(load(u"InteractionType.tsv"_s, "Code\tName\n3\tBLEEDING\n", &error));
+    ASSERT_TRUE(load(u"Relation.tsv"_s, "Relation\nFATHER\n", &error)) << qPrintable(error);
+
+    ASSERT_TRUE(load(u"Interaction.tsv"_s,
+                     "# Test.\n#! both-ways PharmaCode PharmaCodeInt\n"
+                     "PharmaCode=PharmaName\tPharmaCodeInt=PharmaName\tIntTypeCode=InteractionType\n"
+                     "WARFARIN\tASPIRIN\tBLEEDING\nASPIRIN LOW\tWARFARIN\t\n",
+                     &error))
+        << qPrintable(error);
+    const auto rows = connection().rows(
+        u"SELECT PharmaCode, PharmaCodeInt, IntTypeCode FROM Interaction ORDER BY PharmaCode, PharmaCodeInt"_s);
+    const std::vector<QVariantList> expected{{7, 9, 3}, {7, 12, QVariant()}, {9, 7, 3}, {12, 7, QVariant()}};
+    ASSERT_EQ(rows.size(), expected.size());
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        EXPECT_EQ(rows.at(i).at(0).toInt(), expected.at(i).at(0).toInt());
+        EXPECT_EQ(rows.at(i).at(1).toInt(), expected.at(i).at(1).toInt());
+        EXPECT_EQ(rows.at(i).at(2).isNull(), expected.at(i).at(2).isNull()) << "an empty name is NULL";
+    }
+
+    ASSERT_TRUE(load(u"PatientFamily.tsv"_s, "RelationCode=Relation.Relation\nFATHER\n", &error))
+        << "a table whose name column is not Name: " << qPrintable(error);
+    EXPECT_EQ(connection().scalar(u"SELECT RelationCode FROM PatientFamily"_s).toInt(), 1);
+
+    struct Case {
+        const char* what;
+        QString file;
+        QByteArray content;
+        QString message;
+    };
+    const QByteArray pairHead =
+        "#! both-ways PharmaCode PharmaCodeInt\nPharmaCode=PharmaName\tPharmaCodeInt=PharmaName\n";
+    const std::vector<Case> cases{
+        {"a name not in the table", u"DrugSafety.tsv"_s, "PharmaCode=PharmaName\nWARFARIN\nWARFARINE\n",
+         u"DrugSafety.tsv:3: column PharmaCode: PharmaName \"WARFARINE\" is not there"_s},
+        {"a name in other capitals", u"DrugSafety.tsv"_s, "PharmaCode=PharmaName\nWarfarin\n",
+         u"DrugSafety.tsv:2: "_s},
+        {"a table that does not exist", u"DrugSafety.tsv"_s, "PharmaCode=Drugs\nWARFARIN\n",
+         u"DrugSafety.tsv:1: there is no table named Drugs"_s},
+        {"a text column can not hold a code", u"DrugSafety.tsv"_s, "Remark=PharmaName\nWARFARIN\n",
+         u"DrugSafety.tsv:1: "_s},
+        {"a pair written twice in the other order", u"Interaction.tsv"_s,
+         pairHead + "WARFARIN\tASPIRIN\nASPIRIN\tWARFARIN\n",
+         u"Interaction.tsv:4: the pair is already written on line 3"_s},
+        {"a drug paired with itself", u"Interaction.tsv"_s, pairHead + "ASPIRIN\tASPIRIN\n",
+         u"Interaction.tsv:3: "_s},
+        {"an unknown directive", u"Interaction.tsv"_s, "#! mirror PharmaCode PharmaCodeInt\nPharmaCode\n",
+         u"Interaction.tsv:1: "_s},
+        {"both-ways over a column the file lacks", u"Interaction.tsv"_s,
+         "#! both-ways PharmaCode PharmaCodeInt\nPharmaCode\n1\n", u"Interaction.tsv:1: "_s},
+    };
+    const qint64 before = connection().count(u"Interaction"_s);
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.what);
+        EXPECT_FALSE(load(c.file, c.content, &error));
+        EXPECT_TRUE(error.contains(c.message)) << qPrintable(error);
+    }
+    EXPECT_EQ(connection().count(u"DrugSafety"_s), 0);
+    EXPECT_EQ(connection().count(u"Interaction"_s), before);
+}
+
 class DeliveredBuildTest : public ::testing::Test {
 protected:
     void SetUp() override {
@@ -258,6 +323,34 @@ TEST_F(DeliveredBuildTest, SchemaDatabaseHoldsOnlyTheProgramTables) {
     const Connection empty(m_out + u"/Schema.db"_s);
     EXPECT_EQ(empty.count(u"City"_s), 0);
     EXPECT_EQ(empty.count(u"PhotoNO"_s), 1);
+}
+
+TEST_F(DeliveredBuildTest, TablesLoadBeforeTheFilesThatNameTheirRows) {
+    // Alphabetically the brand file comes before the makers' and the drugs' files it names.
+    ASSERT_TRUE(
+        writeFile(m_data + u"/GenericName.tsv"_s, "# Test.\nName\tCompany=Manufacturer\nCROCIN\tGSK\n"));
+    ASSERT_TRUE(writeFile(m_data + u"/GenericPharma.tsv"_s,
+                          "# Test.\nGenericCode=GenericName\tPharmaCode=PharmaName\nCROCIN\tPARACETAMOL\n"));
+    ASSERT_TRUE(writeFile(m_data + u"/Manufacturer.tsv"_s, "# Test.\nName\nCIPLA\nGSK\n"));
+    ASSERT_TRUE(writeFile(m_data + u"/PharmaName.tsv"_s, "# Test.\nName\tDose\nPARACETAMOL\t500 mg\n"));
+    QString error;
+    ASSERT_TRUE(vantrel::buildDeliveredDatabases(m_data, m_out, &error)) << qPrintable(error);
+    Connection built(m_out + u"/Vantrel.db"_s);
+    EXPECT_EQ(built.scalar(u"SELECT Company FROM GenericName WHERE Name = 'CROCIN'"_s).toInt(), 2);
+    EXPECT_EQ(
+        built
+            .scalar(u"SELECT COUNT(*) FROM GenericPharma A JOIN GenericName B ON B.Code = A.GenericCode "
+                    "JOIN PharmaName C ON C.Code = A.PharmaCode"_s)
+            .toInt(),
+        1);
+}
+
+TEST_F(DeliveredBuildTest, CircleOfReferencesIsRefused) {
+    ASSERT_TRUE(writeFile(m_data + u"/SubGroup.tsv"_s, "# Test.\nName\tGroupCode=GroupName\nA\tB\n"));
+    ASSERT_TRUE(writeFile(m_data + u"/GroupName.tsv"_s, "# Test.\nName\tCode=SubGroup\nB\tA\n"));
+    QString error;
+    EXPECT_FALSE(vantrel::buildDeliveredDatabases(m_data, m_out, &error));
+    EXPECT_TRUE(error.contains(u"come back to itself"_s)) << qPrintable(error);
 }
 
 TEST_F(DeliveredBuildTest, FailedBuildLeavesTheEarlierDatabasesInPlace) {
