@@ -1,5 +1,6 @@
 -- A small clinic for the prescription scenarios: brands of one and two drugs, two forms of one brand,
 -- safety rows of every status, interactions stored both ways, drug groups, diseases and patients.
+-- It is loaded onto the schema database (the program's own rows only), so its codes are its own.
 INSERT INTO Manufacturer (Code, Name) VALUES (1, 'CIPLA'), (2, 'SUN PHARMA'), (3, 'GSK');
 INSERT INTO DosageForm (Code, Name) VALUES (1, 'TABLET'), (2, 'SYRUP'), (3, 'INJECTION');
 INSERT INTO PharmaName (Code, Name) VALUES (1, 'PARACETAMOL'), (2, 'IBUPROFEN'), (3, 'AMOXYCILLIN'),
@@ -42,6 +43,7 @@ INSERT INTO DsgRemark (Code, Name) VALUES (1, 'AFTER FOOD'), (2, 'BEFORE FOOD');
 INSERT INTO DrugGroup (Code, Name) VALUES (1, 'PENICILLINS'), (2, 'NSAIDS');
 INSERT INTO PharmaGroup (PharmaCode, DrugGroup) VALUES (3, 1), (2, 2), (6, 2);
 INSERT INTO AgeGroup (Code, Name) VALUES (1, '10 YEARS'), (2, 'CHILDHOOD');
+INSERT INTO City (Code, Name) VALUES (1, 'LUCKNOW'), (2, 'KANPUR');
 INSERT INTO Allergies (Code, Name) VALUES (1, 'DUST'), (2, 'POLLEN');
 INSERT INTO Relation (Code, Relation) VALUES (1, 'FATHER'), (2, 'MOTHER');
 INSERT INTO Personal (Code, Name, PUnit, Quantative) VALUES (1, 'SMOKING', 'CIGARETTES A DAY', 1), (2, 'VEGETARIAN', '', 0);

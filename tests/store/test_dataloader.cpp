@@ -1,5 +1,6 @@
 #include "store/DataLoader.h"
 #include "store/Schema.h"
+#include "tests/store/DeliveredData.h"
 
 #include <QDir>
 #include <QFile>
@@ -20,65 +21,12 @@
 
 using namespace Qt::StringLiterals;
 namespace schema = vantrel::schema;
+using vantrel::testing::Connection;
+using vantrel::testing::DeliveredDataTest;
+using vantrel::testing::readFile;
+using vantrel::testing::writeFile;
 
 namespace {
-
-// A connection of the test's own to one database file, removed when the test is done with it.
-class Connection {
-public:
-    explicit Connection(const QString& file) : m_name(u"dataloader-test-%1"_s.arg(++s_count)) {
-        QSqlDatabase db = QSqlDatabase::addDatabase(u"QSQLITE"_s, m_name);
-        db.setDatabaseName(file);
-        db.open();
-    }
-    ~Connection() {
-        QSqlDatabase::database(m_name, false).close();
-        QSqlDatabase::removeDatabase(m_name);
-    }
-    Connection(const Connection&) = delete;
-    Connection& operator=(const Connection&) = delete;
-
-    QSqlDatabase db() const { return QSqlDatabase::database(m_name, false); }
-
-    std::vector<QVariantList> rows(const QString& sql, const QVariantList& params = {}) const {
-        QSqlQuery query(db());
-        query.prepare(sql);
-        for (const QVariant& p : params)
-            query.addBindValue(p);
-        EXPECT_TRUE(query.exec()) << qPrintable(sql) << ": " << qPrintable(query.lastError().text());
-        std::vector<QVariantList> out;
-        while (query.next()) {
-            QVariantList row;
-            for (int i = 0; i < query.record().count(); ++i)
-                row << query.value(i);
-            out.push_back(row);
-        }
-        return out;
-    }
-
-    QVariant scalar(const QString& sql, const QVariantList& params = {}) const {
-        const auto result = rows(sql, params);
-        return result.empty() ? QVariant() : result.front().value(0);
-    }
-
-    qint64 count(const QString& table) const {
-        return scalar(u"SELECT COUNT(*) FROM \"%1\""_s.arg(table)).toLongLong();
-    }
-
-private:
-    static inline int s_count = 0;
-    QString m_name;
-};
-
-bool writeFile(const QString& path, const QByteArray& content) {
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
-}
-
-QByteArray readFile(const QString& path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
 
 // Each test loads into a fresh database of the full schema, in a folder of its own.
 class DataLoaderTest : public ::testing::Test {
@@ -370,47 +318,6 @@ TEST_F(DeliveredBuildTest, FailedBuildLeavesTheEarlierDatabasesInPlace) {
 }
 
 // The delivered data of the source tree.
-class DeliveredDataTest : public ::testing::Test {
-protected:
-    static void SetUpTestSuite() {
-#ifdef VANTREL_SOURCE_DIR
-        s_dir = std::make_unique<QTemporaryDir>();
-        s_data = QString::fromUtf8(VANTREL_SOURCE_DIR) + u"/data"_s;
-        s_built = vantrel::buildDeliveredDatabases(s_data, s_dir->path(), &s_error);
-#endif
-    }
-
-    static void TearDownTestSuite() {
-        s_dir.reset();
-    }
-
-    void SetUp() override {
-        if (!s_dir)
-            GTEST_SKIP() << "VANTREL_SOURCE_DIR is not defined for the tests";
-        ASSERT_TRUE(s_built) << qPrintable(s_error);
-        m_full = std::make_unique<Connection>(s_dir->filePath(u"Vantrel.db"_s));
-        m_program = std::make_unique<Connection>(s_dir->filePath(u"Schema.db"_s));
-    }
-
-    void TearDown() override {
-        m_full.reset();
-        m_program.reset();
-    }
-
-    static QStringList texts(const Connection& c, const QString& sql, const QVariantList& params = {}) {
-        QStringList out;
-        for (const QVariantList& row : c.rows(sql, params))
-            out << row.value(0).toString();
-        return out;
-    }
-
-    static inline std::unique_ptr<QTemporaryDir> s_dir;
-    static inline QString s_data;
-    static inline bool s_built = false;
-    static inline QString s_error;
-    std::unique_ptr<Connection> m_full;
-    std::unique_ptr<Connection> m_program;
-};
 
 TEST_F(DeliveredDataTest, EveryFileNamesItsSources) {
     const QStringList files = QDir(s_data).entryList({u"*.tsv"_s}, QDir::Files);
@@ -734,109 +641,3 @@ TEST_F(DeliveredDataTest, FrontDeskLauncherOffersCardsVisitsAndItsOwnParameters)
 }
 
 } // namespace
-
-namespace {
-
-// A column of one table that points at the codes of another; `zeroMeansNone` when 0 stands for no row.
-struct Link {
-    const char* table;
-    const char* column;
-    const char* target;
-    bool zeroMeansNone;
-};
-
-constexpr Link KnowledgeLinks[] = {
-    {"GenericName", "Company", "Manufacturer", false},
-    {"GenericPharma", "GenericCode", "GenericName", false},
-    {"GenericPharma", "PharmaCode", "PharmaName", false},
-    {"GenericDsgFm", "GenericCode", "GenericName", false},
-    {"GenericDsgFm", "DsgFmCode", "DosageForm", false},
-    {"GenericGroup", "GenericCode", "GenericName", false},
-    {"GenericGroup", "GroupCode", "GroupName", false},
-    {"GenericSubGroup", "GenericCode", "GenericName", false},
-    {"GenericSubGroup", "SubGroupCode", "SubGroup", false},
-    {"SubGroup", "GroupCode", "GroupName", false},
-    {"Interaction", "PharmaCode", "PharmaName", false},
-    {"Interaction", "PharmaCodeInt", "PharmaName", false},
-    {"Interaction", "IntTypeCode", "InteractionType", false},
-    {"DrugSafety", "PharmaCode", "PharmaName", false},
-    {"DrugSafety", "SafeFieldCode", "SafetyPara", false},
-    {"DrugSafety", "SafetyCode", "SafetyStatus", false},
-    {"PharmaGroup", "PharmaCode", "PharmaName", false},
-    {"PharmaGroup", "DrugGroup", "DrugGroup", false},
-    {"PharmaIndication", "PharmaCode", "PharmaName", false},
-    {"PharmaIndication", "IndicationCode", "Indication", false},
-    {"PharmaContra", "PharmaCode", "PharmaName", false},
-    {"PharmaContra", "ContraIndicationCode", "ContraIndication", false},
-    {"PharmaSide", "PharmaCode", "PharmaName", false},
-    {"PharmaSide", "SideEffectCode", "SideEffect", false},
-    {"PharmaSpecial", "PharmaCode", "PharmaName", false},
-    {"PharmaSpecial", "SpecialCode", "SpecialCare", false},
-    {"Disease", "DiseaseCategory", "SafetyPara", true},
-    {"DiseaseDrug", "DiseasesCode", "Disease", false},
-    {"DiseaseDrug", "DrugCode", "PharmaName", false},
-    {"InvDiseases", "DiseasesCode", "Disease", false},
-    {"InvDiseases", "InvestigationCode", "Investigation", false},
-    {"DiseaseInv", "DiseasesCode", "Disease", false},
-    {"DiseaseInv", "InvestigationCode", "Investigation", false},
-    {"DiseaseInv", "SafeFieldCode", "SafetyPara", false},
-};
-
-// The masters whose names the system keeps trimmed and in capitals, and unique.
-constexpr const char* CapitalMasters[] = {
-    "PharmaName", "GenericName", "Manufacturer", "DosageForm", "GroupName",       "SubGroup",
-    "DrugGroup",  "Disease",     "Complaints",   "Surgery",    "Indication",      "ContraIndication",
-    "SideEffect", "SpecialCare", "Symbols",      "DsgRemark",  "Allergies",       "AllergySub",
-    "Personal",   "Occupation",  "City",         "Physical",   "InteractionType", "Investigation"};
-
-} // namespace
-
-// The knowledge base holds together: every link finds its row, every pair of drugs interacts both ways,
-// every drug has its seven safety rows and a group, every brand a drug and a form.
-TEST_F(DeliveredDataTest, TheKnowledgeBaseHoldsTogether) {
-    for (const Link& link : KnowledgeLinks) {
-        const QString sql =
-            u"SELECT COUNT(*) FROM %1 A WHERE A.%2 IS NOT NULL %4 AND NOT EXISTS "
-            "(SELECT 1 FROM %3 B WHERE B.Code = A.%2)"_s.arg(
-                QString::fromLatin1(link.table), QString::fromLatin1(link.column),
-                QString::fromLatin1(link.target),
-                link.zeroMeansNone ? u"AND A.%1 <> 0"_s.arg(QString::fromLatin1(link.column)) : QString());
-        EXPECT_EQ(m_full->rows(sql).front().value(0).toInt(), 0) << link.table << "." << link.column;
-    }
-    EXPECT_EQ(m_full
-                  ->rows(u"SELECT COUNT(*) FROM Interaction A WHERE NOT EXISTS (SELECT 1 FROM Interaction B "
-                         "WHERE B.PharmaCode = A.PharmaCodeInt AND B.PharmaCodeInt = A.PharmaCode)"_s)
-                  .front()
-                  .value(0)
-                  .toInt(),
-              0)
-        << "an interaction stored one way only";
-    EXPECT_EQ(texts(*m_full,
-                    u"SELECT Name FROM PharmaName A WHERE (SELECT COUNT(DISTINCT SafeFieldCode) FROM "
-                    "DrugSafety B WHERE B.PharmaCode = A.Code AND B.SafeFieldCode BETWEEN 1 AND 7) < 7"_s),
-              QStringList{})
-        << "drugs without their seven safety rows";
-    EXPECT_EQ(texts(*m_full, u"SELECT Name FROM PharmaName A WHERE NOT EXISTS (SELECT 1 FROM PharmaGroup B "
-                             "WHERE B.PharmaCode = A.Code)"_s),
-              QStringList{})
-        << "drugs without a group";
-    EXPECT_EQ(texts(*m_full,
-                    u"SELECT Name FROM GenericName A WHERE NOT EXISTS (SELECT 1 FROM GenericPharma B "
-                    "WHERE B.GenericCode = A.Code) OR NOT EXISTS (SELECT 1 FROM GenericDsgFm C "
-                    "WHERE C.GenericCode = A.Code)"_s),
-              QStringList{})
-        << "brands without a drug or a form";
-}
-
-TEST_F(DeliveredDataTest, MasterNamesAreTrimmedCapitalAndUnique) {
-    for (const char* master : CapitalMasters) {
-        const QString table = QString::fromLatin1(master);
-        EXPECT_EQ(texts(*m_full, u"SELECT Name FROM %1 WHERE Name <> UPPER(TRIM(Name))"_s.arg(table)),
-                  QStringList{})
-            << master;
-        EXPECT_EQ(texts(*m_full, u"SELECT UPPER(TRIM(Name)) FROM %1 GROUP BY UPPER(TRIM(Name)) "
-                                 "HAVING COUNT(*) > 1"_s.arg(table)),
-                  QStringList{})
-            << master;
-    }
-}
