@@ -1,5 +1,6 @@
 #include "core/KeyFilters.h"
 #include "gui/Binder.h"
+#include "tests/support/Application.h"
 #include "tests/support/Fakes.h"
 
 #include <QApplication>
@@ -16,27 +17,7 @@ using namespace Qt::StringLiterals;
 namespace vantrel {
 namespace {
 
-// The widget tests share one application object, made when the first of them runs and taken down before
-// the program's own exit, while Qt is still whole.
-QApplication* application = nullptr;
-
-void ensureApplication() {
-    static int argc = 1;
-    static char name[] = "vantrel_tests";
-    static char* argv[] = {name, nullptr};
-    if (!application)
-        application = new QApplication(argc, argv);
-}
-
-class ApplicationEnvironment : public ::testing::Environment {
-public:
-    void TearDown() override {
-        delete application;
-        application = nullptr;
-    }
-};
-
-const auto* const environment = ::testing::AddGlobalTestEnvironment(new ApplicationEnvironment);
+using vantrel::testing::ensureApplication;
 
 // A name box that takes capitals only and refuses to be left blank, a second box, a button, a tick box,
 // a combo, a clickable picture and a grid over a staging table.
