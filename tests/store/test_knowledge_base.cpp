@@ -1,7 +1,13 @@
 #include "tests/store/DeliveredData.h"
 
+#include <QDir>
+#include <QRegularExpression>
 #include <QString>
 #include <QStringList>
+#include <QTextDocument>
+
+#include <utility>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -346,4 +352,265 @@ TEST_F(DeliveredDataTest, HeadCircumferenceCoversTheFirstThreeYears) {
     EXPECT_DOUBLE_EQ(birth.front().value(0).toDouble(), 34.5);
     EXPECT_DOUBLE_EQ(birth.front().value(1).toDouble(), 31.9);
     EXPECT_DOUBLE_EQ(birth.front().value(2).toDouble(), 37.0);
+}
+
+// What a clinic finds on the first day: the size of each part of the knowledge base.
+TEST_F(DeliveredDataTest, TheKnowledgeBaseIsBigEnoughForAnIndianOutpatientClinic) {
+    struct Least {
+        const char* what;
+        const char* sql;
+        int least;
+    };
+    const Least counts[] = {
+        {"drugs", "SELECT COUNT(*) FROM PharmaName", 300},
+        {"interacting pairs", "SELECT COUNT(*) / 2 FROM Interaction", 400},
+        {"brands", "SELECT COUNT(*) FROM GenericName", 1000},
+        {"brands of two drugs or more",
+         "SELECT COUNT(*) FROM (SELECT GenericCode FROM GenericPharma GROUP BY GenericCode HAVING COUNT(*) > "
+         "1)",
+         150},
+        {"manufacturers with brands", "SELECT COUNT(DISTINCT Company) FROM GenericName", 60},
+        {"diseases", "SELECT COUNT(*) FROM Disease", 250},
+        {"drugs not recommended in a disease", "SELECT COUNT(*) FROM DiseaseDrug", 200},
+        {"investigations", "SELECT COUNT(*) FROM Investigation", 120},
+        {"investigation profiles", "SELECT COUNT(DISTINCT ProfileCode) FROM InvtProfiles", 8},
+        {"complaints", "SELECT COUNT(*) FROM Complaints", 150},
+        {"procedures", "SELECT COUNT(*) FROM Surgery", 80},
+        {"physical examinations", "SELECT COUNT(*) FROM Physical", 20},
+        {"physical examinations shown on every sheet", "SELECT COUNT(*) FROM Physical WHERE EVisible", 10},
+        {"cities", "SELECT COUNT(*) FROM City", 200},
+        {"English hand-outs", "SELECT COUNT(*) FROM HandOut WHERE RTFLng = 'E'", 12},
+        {"Hindi hand-outs", "SELECT COUNT(*) FROM HandOut WHERE RTFLng = 'H'", 12},
+    };
+    for (const Least& c : counts)
+        EXPECT_GE(m_full->scalar(QString::fromLatin1(c.sql)).toInt(), c.least) << c.what;
+    // Every state and union territory capital can be chosen in an address.
+    const QStringList capitals{u"AGARTALA"_s,
+                               u"AIZAWL"_s,
+                               u"AMARAVATI"_s,
+                               u"BENGALURU"_s,
+                               u"BHOPAL"_s,
+                               u"BHUBANESWAR"_s,
+                               u"CHANDIGARH"_s,
+                               u"CHENNAI"_s,
+                               u"DAMAN"_s,
+                               u"DEHRADUN"_s,
+                               u"DISPUR"_s,
+                               u"GANDHINAGAR"_s,
+                               u"GANGTOK"_s,
+                               u"HYDERABAD"_s,
+                               u"IMPHAL"_s,
+                               u"ITANAGAR"_s,
+                               u"JAIPUR"_s,
+                               u"JAMMU"_s,
+                               u"KAVARATTI"_s,
+                               u"KOHIMA"_s,
+                               u"KOLKATA"_s,
+                               u"LEH"_s,
+                               u"LUCKNOW"_s,
+                               u"MUMBAI"_s,
+                               u"NEW DELHI"_s,
+                               u"PANAJI"_s,
+                               u"PATNA"_s,
+                               u"PUDUCHERRY"_s,
+                               u"RAIPUR"_s,
+                               u"RANCHI"_s,
+                               u"SHILLONG"_s,
+                               u"SHIMLA"_s,
+                               u"SRINAGAR"_s,
+                               u"SRI VIJAYA PURAM"_s,
+                               u"THIRUVANANTHAPURAM"_s};
+    for (const QString& capital : capitals)
+        EXPECT_EQ(m_full->scalar(u"SELECT COUNT(*) FROM City WHERE Name = ?"_s, {capital}).toInt(), 1)
+            << qPrintable(capital);
+}
+
+// Facts any pharmacologist knows, checked in the delivered base: the checks of the prescription screen
+// fire on them.
+TEST_F(DeliveredDataTest, TheKnowledgeBaseKnowsWhatEveryPharmacologistKnows) {
+    // Safety: 1 pregnancy, 3 paediatrics, 5 renal, 7 pulmonary; status 1 safe, 2 unsafe.
+    struct Safety {
+        const char* drug;
+        int field;
+        std::vector<int> statuses; // any of these
+    };
+    const Safety safety[] = {
+        {"ENALAPRIL", 1, {2}},           {"LOSARTAN", 1, {2}},          {"WARFARIN", 1, {2}},
+        {"METHOTREXATE", 1, {2}},        {"ATORVASTATIN", 1, {2}},      {"MISOPROSTOL", 1, {2}},
+        {"SODIUM VALPROATE", 1, {2, 4}}, {"DOXYCYCLINE", 1, {2}},       {"PARACETAMOL", 1, {1}},
+        {"DOXYCYCLINE", 3, {2, 4, 5}},   {"CIPROFLOXACIN", 3, {2, 4}},  {"ASPIRIN", 3, {2, 4}},
+        {"METFORMIN", 5, {2, 4}},        {"NITROFURANTOIN", 5, {2, 4}}, {"PROPRANOLOL", 7, {2}},
+        {"MORPHINE", 7, {2, 4}},         {"ISOTRETINOIN", 1, {2}},      {"DIAZEPAM", 7, {2, 4}},
+    };
+    for (const Safety& s : safety) {
+        const int status =
+            m_full
+                ->scalar(u"SELECT B.SafetyCode FROM PharmaName A JOIN DrugSafety B ON B.PharmaCode = "
+                         "A.Code WHERE A.Name = ? AND B.SafeFieldCode = ?"_s,
+                         {QString::fromLatin1(s.drug), s.field})
+                .toInt();
+        EXPECT_NE(std::find(s.statuses.cbegin(), s.statuses.cend(), status), s.statuses.cend())
+            << s.drug << " in state " << s.field << " has status " << status;
+    }
+    // One row joins the two names: an interaction from either drug, a drug in its group, a brand of its drug.
+    const auto expectJoined = [&](const QString& sql, const char* first, const char* second) {
+        EXPECT_EQ(m_full->scalar(sql, {QString::fromLatin1(first), QString::fromLatin1(second)}).toInt(), 1)
+            << first << " / " << second;
+    };
+    const QString interaction =
+        u"SELECT COUNT(*) FROM Interaction I JOIN PharmaName A ON A.Code = I.PharmaCode JOIN "
+        "PharmaName B ON B.Code = I.PharmaCodeInt WHERE A.Name = ? AND B.Name = ?"_s;
+    const std::pair<const char*, const char*> pairs[] = {
+        {"WARFARIN", "ASPIRIN"},
+        {"WARFARIN", "FLUCONAZOLE"},
+        {"SILDENAFIL", "GLYCERYL TRINITRATE"},
+        {"SIMVASTATIN", "CLARITHROMYCIN"},
+        {"CLOPIDOGREL", "OMEPRAZOLE"},
+        {"SPIRONOLACTONE", "RAMIPRIL"},
+        {"LITHIUM CARBONATE", "HYDROCHLOROTHIAZIDE"},
+        {"METHOTREXATE", "TRIMETHOPRIM"},
+        {"THEOPHYLLINE", "CIPROFLOXACIN"},
+        {"TRAMADOL", "SERTRALINE"},
+        {"DIGOXIN", "AMIODARONE"},
+        {"RIFAMPICIN", "ETHINYLESTRADIOL"},
+        {"ALPRAZOLAM", "MORPHINE"},
+        {"CIPROFLOXACIN", "ALUMINIUM HYDROXIDE"},
+        {"ENALAPRIL", "LOSARTAN"},
+        {"ISOTRETINOIN", "DOXYCYCLINE"},
+    };
+    for (const auto& [a, b] : pairs) {
+        expectJoined(interaction, a, b);
+        expectJoined(interaction, b, a);
+    }
+    const std::pair<const char*, const char*> groups[] = {
+        {"AMOXICILLIN", "PENICILLINS"},
+        {"CEFIXIME", "CEPHALOSPORINS"},
+        {"SULFAMETHOXAZOLE", "SULFONAMIDES"},
+        {"AZITHROMYCIN", "MACROLIDES"},
+        {"LEVOFLOXACIN", "FLUOROQUINOLONES"},
+        {"DICLOFENAC", "NSAIDS"},
+        {"ASPIRIN", "SALICYLATES"},
+        {"ROSUVASTATIN", "STATINS"},
+        {"RAMIPRIL", "ACE INHIBITORS"},
+        {"TELMISARTAN", "ARBS"},
+        {"METOPROLOL", "BETA BLOCKERS"},
+        {"ALPRAZOLAM", "BENZODIAZEPINES"},
+        {"TRAMADOL", "OPIOIDS"},
+        {"GLIMEPIRIDE", "SULFONYLUREAS"},
+    };
+    for (const auto& [drug, group] : groups) {
+        expectJoined(
+            u"SELECT COUNT(*) FROM PharmaGroup P JOIN PharmaName A ON A.Code = P.PharmaCode JOIN DrugGroup G "
+            "ON G.Code = P.DrugGroup WHERE A.Name = ? AND G.Name = ?"_s,
+            drug, group);
+    }
+    const std::pair<const char*, const char*> brands[] = {
+        {"CROCIN 650", "PARACETAMOL"}, {"DOLO 650", "PARACETAMOL"}, {"AUGMENTIN 625 DUO", "CLAVULANIC ACID"},
+        {"GLYCOMET 500", "METFORMIN"}, {"TELMA 40", "TELMISARTAN"}, {"PAN 40", "PANTOPRAZOLE"},
+        {"ECOSPRIN 75", "ASPIRIN"},    {"WARF 5", "WARFARIN"},      {"ECOSPRIN GOLD 10", "CLOPIDOGREL"},
+    };
+    for (const auto& [brand, drug] : brands) {
+        expectJoined(
+            u"SELECT COUNT(*) FROM GenericPharma P JOIN GenericName G ON G.Code = P.GenericCode JOIN "
+            "PharmaName A ON A.Code = P.PharmaCode WHERE G.Name = ? AND A.Name = ?"_s,
+            brand, drug);
+    }
+    // A drug not recommended in a disease.
+    EXPECT_EQ(
+        m_full
+            ->scalar(u"SELECT COUNT(*) FROM DiseaseDrug X JOIN Disease D ON D.Code = X.DiseasesCode JOIN "
+                     u"PharmaName A "
+                     "ON A.Code = X.DrugCode WHERE D.Name = 'BRONCHIAL ASTHMA' AND A.Name = 'PROPRANOLOL'"_s)
+            .toInt(),
+        1);
+}
+
+// The high-priority pairs of the ONC list (Phansalkar et al. 2012), class by class: every pair whose two
+// drugs are in the base interacts, from either drug.
+TEST_F(DeliveredDataTest, EveryHighPriorityPairOfTheOncListInteracts) {
+    using Names = std::vector<const char*>;
+    const Names maoInhibitors{"TRANYLCYPROMINE", "PHENELZINE", "ISOCARBOXAZID", "PROCARBAZINE", "SELEGILINE"};
+    const Names proteaseInhibitors{"RITONAVIR", "AMPRENAVIR", "DARUNAVIR",  "FOSAMPRENAVIR", "INDINAVIR",
+                                   "LOPINAVIR", "NELFINAVIR", "SAQUINAVIR", "TIPRANAVIR",    "ATAZANAVIR"};
+    const auto with = [](Names names, const Names& more) {
+        names.insert(names.end(), more.cbegin(), more.cend());
+        return names;
+    };
+    const std::pair<Names, Names> classes[] = {
+        {{"DEXMETHYLPHENIDATE", "DEXTROAMPHETAMINE", "METHYLPHENIDATE", "LISDEXAMFETAMINE", "PSEUDOEPHEDRINE",
+          "AMPHETAMINE", "PHENTERMINE", "ATOMOXETINE"},
+         maoInhibitors},
+        {{"ATAZANAVIR"}, {"OMEPRAZOLE", "LANSOPRAZOLE", "PANTOPRAZOLE", "RABEPRAZOLE", "ESOMEPRAZOLE"}},
+        {{"FEBUXOSTAT"}, {"AZATHIOPRINE", "MERCAPTOPURINE"}},
+        {{"FLUOXETINE", "PAROXETINE", "CITALOPRAM", "ESCITALOPRAM", "SERTRALINE", "FLUVOXAMINE", "DULOXETINE",
+          "DESVENLAFAXINE", "VENLAFAXINE"},
+         maoInhibitors},
+        {{"IRINOTECAN"},
+         with(proteaseInhibitors, {"CLARITHROMYCIN", "ERYTHROMYCIN", "AMIODARONE", "VERAPAMIL", "DILTIAZEM",
+                                   "KETOCONAZOLE", "ITRACONAZOLE", "FLUCONAZOLE", "VORICONAZOLE"})},
+        {{"PETHIDINE", "METHADONE", "TAPENTADOL", "FENTANYL", "TRAMADOL", "DEXTROMETHORPHAN"}, maoInhibitors},
+        {{"AMITRIPTYLINE", "CLOMIPRAMINE", "DESIPRAMINE", "DOXEPIN", "IMIPRAMINE", "NORTRIPTYLINE"},
+         maoInhibitors},
+        {{"AMIODARONE"}, {"ESCITALOPRAM"}},
+        {{"METHADONE"}, {"MOXIFLOXACIN"}},
+        {{"RAMELTEON"}, {"FLUVOXAMINE", "AMIODARONE", "TICLOPIDINE", "CIPROFLOXACIN"}},
+        {proteaseInhibitors, {"BOSENTAN", "RIFAPENTINE", "CARBAMAZEPINE", "RIFABUTIN", "RIFAMPICIN"}},
+        {{"SIMVASTATIN", "LOVASTATIN"},
+         with(proteaseInhibitors, {"CLARITHROMYCIN", "ERYTHROMYCIN", "AMIODARONE", "VERAPAMIL", "DILTIAZEM",
+                                   "KETOCONAZOLE", "ITRACONAZOLE", "FLUCONAZOLE", "VORICONAZOLE"})},
+        {{"ERGOTAMINE", "METHYLERGOMETRINE", "DIHYDROERGOTAMINE", "ERGOMETRINE"},
+         with(proteaseInhibitors,
+              {"CLARITHROMYCIN", "ERYTHROMYCIN", "KETOCONAZOLE", "ITRACONAZOLE", "VORICONAZOLE"})},
+        {{"TIZANIDINE"},
+         {"CIPROFLOXACIN", "FLUVOXAMINE", "MEXILETINE", "PROPAFENONE", "AMIODARONE", "TICLOPIDINE"}},
+        {{"SUMATRIPTAN", "ZOLMITRIPTAN", "RIZATRIPTAN"},
+         {"TRANYLCYPROMINE", "PHENELZINE", "ISOCARBOXAZID", "MOCLOBEMIDE", "METHYLENE BLUE"}},
+    };
+    const QString interacts =
+        u"SELECT COUNT(*) FROM Interaction I JOIN PharmaName A ON A.Code = I.PharmaCode JOIN "
+        "PharmaName B ON B.Code = I.PharmaCodeInt WHERE A.Name = ? AND B.Name = ?"_s;
+    const auto inBase = [&](const char* drug) {
+        return m_full
+                   ->scalar(u"SELECT COUNT(*) FROM PharmaName WHERE Name = ?"_s, {QString::fromLatin1(drug)})
+                   .toInt() == 1;
+    };
+    int checked = 0;
+    for (const auto& [objects, precipitants] : classes) {
+        for (const char* a : objects) {
+            for (const char* b : precipitants) {
+                if (!inBase(a) || !inBase(b))
+                    continue;
+                ++checked;
+                for (const auto& [x, y] : {std::pair{a, b}, std::pair{b, a}})
+                    EXPECT_EQ(
+                        m_full->scalar(interacts, {QString::fromLatin1(x), QString::fromLatin1(y)}).toInt(),
+                        1)
+                        << x << " / " << y;
+            }
+        }
+    }
+    EXPECT_GE(checked, 80) << "the drugs of the list are missing from the base";
+}
+
+// The hand-outs and topics of the documents folder: every row names a file that is delivered, in its
+// language, and every topic of the launcher has its row.
+TEST_F(DeliveredDataTest, EveryHandOutAndTopicHasItsFile) {
+    const QDir handouts(s_data + u"/documents/handouts"_s);
+    const QDir topics(s_data + u"/documents/topics"_s);
+    const QRegularExpression devanagari(u"[\u0900-\u097F]"_s);
+    for (const QVariantList& row : m_full->rows(u"SELECT Name, FileName, RTFLng FROM HandOut"_s)) {
+        const QString name = row.value(0).toString();
+        const QString file = row.value(1).toString();
+        ASSERT_TRUE(handouts.exists(file)) << qPrintable(name) << ": " << qPrintable(file);
+        const QString text = QString::fromUtf8(vantrel::testing::readFile(handouts.filePath(file)));
+        EXPECT_TRUE(Qt::mightBeRichText(text)) << qPrintable(file);
+        EXPECT_EQ(text.contains(devanagari), row.value(2).toString() == u"H"_s) << qPrintable(file);
+    }
+    // The same subjects in both languages.
+    EXPECT_EQ(m_full->scalar(u"SELECT COUNT(*) FROM HandOut WHERE RTFLng = 'E'"_s),
+              m_full->scalar(u"SELECT COUNT(*) FROM HandOut WHERE RTFLng = 'H'"_s));
+    EXPECT_EQ(texts(*m_full, u"SELECT MenuName FROM HotTopics ORDER BY MenuName"_s),
+              texts(*m_full, u"SELECT MenuName FROM Level2 WHERE MainMenuNo = 10 ORDER BY MenuName"_s));
+    for (const QString& file : texts(*m_full, u"SELECT RtfFile FROM HotTopics"_s))
+        EXPECT_TRUE(topics.exists(file)) << qPrintable(file);
 }
