@@ -72,7 +72,8 @@ constexpr const char* CapitalMasters[] = {
 } // namespace
 
 // The knowledge base holds together: every link finds its row, every pair of drugs interacts both ways,
-// every drug has its seven safety rows and a group, every brand a drug and a form.
+// every drug has its seven safety rows and a group, every brand a drug, a form with its strength, a
+// dosage and a therapeutic group with one of its sub-groups.
 TEST_F(DeliveredDataTest, TheKnowledgeBaseHoldsTogether) {
     for (const Link& link : KnowledgeLinks) {
         const QString sql =
@@ -106,6 +107,15 @@ TEST_F(DeliveredDataTest, TheKnowledgeBaseHoldsTogether) {
                     "WHERE C.GenericCode = A.Code)"_s),
               QStringList{})
         << "brands without a drug or a form";
+    EXPECT_EQ(
+        texts(*m_full,
+              u"SELECT Name FROM GenericName A WHERE TRIM(COALESCE(Composition, '')) = '' OR "
+              "TRIM(COALESCE(Dosage, '')) = '' OR EXISTS (SELECT 1 FROM GenericDsgFm B WHERE B.GenericCode "
+              "= A.Code AND TRIM(COALESCE(B.Remark, '')) = '') OR NOT EXISTS (SELECT 1 FROM "
+              "GenericSubGroup S JOIN SubGroup T ON T.Code = S.SubGroupCode JOIN GenericGroup G ON "
+              "G.GenericCode = S.GenericCode AND G.GroupCode = T.GroupCode WHERE S.GenericCode = A.Code)"_s),
+        QStringList{})
+        << "brands without a composition, a dosage, a strength for each form, or a group and its sub-group";
 }
 
 TEST_F(DeliveredDataTest, MasterNamesAreTrimmedCapitalAndUnique) {
