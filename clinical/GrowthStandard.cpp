@@ -85,10 +85,10 @@ QString curveLabel(double z) {
 
 } // namespace
 
-QImage DrawChart(const std::vector<LmsRow>& all, const ChartSpec& spec) {
+QImage DrawChart(const std::vector<LmsRow>& all, const ChartLayout& layout) {
     std::vector<LmsRow> rows;
     std::copy_if(all.cbegin(), all.cend(), std::back_inserter(rows),
-                 [&](const LmsRow& r) { return r.sex == spec.sex && r.month <= spec.lastMonth; });
+                 [&](const LmsRow& r) { return r.sex == layout.sex && r.month <= layout.lastMonth; });
     QImage image(1400, 1000, QImage::Format_RGB32);
     image.fill(Qt::white);
     if (rows.empty())
@@ -106,17 +106,17 @@ QImage DrawChart(const std::vector<LmsRow>& all, const ChartSpec& spec) {
     high = std::ceil(high / step) * step;
 
     const QRectF plot(110, 110, 1200, 780);
-    const auto x = [&](double month) { return plot.left() + plot.width() * month / spec.lastMonth; };
+    const auto x = [&](double month) { return plot.left() + plot.width() * month / layout.lastMonth; };
     const auto y = [&](double value) { return plot.bottom() - plot.height() * (value - low) / (high - low); };
 
     QPainter p(&image);
     p.setRenderHint(QPainter::Antialiasing);
-    const QColor band = spec.sex == u'M' ? QColor(225, 238, 255) : QColor(255, 230, 240);
+    const QColor band = layout.sex == u'M' ? QColor(225, 238, 255) : QColor(255, 230, 240);
     p.fillRect(QRectF(0, 0, image.width(), 80), band);
     QFont titleFont(u"DejaVu Sans"_s, 22, QFont::Bold);
     p.setFont(titleFont);
     p.setPen(Qt::black);
-    p.drawText(QRectF(0, 0, image.width(), 80), Qt::AlignCenter, spec.title);
+    p.drawText(QRectF(0, 0, image.width(), 80), Qt::AlignCenter, layout.title);
 
     QFont axisFont(u"DejaVu Sans"_s, 11);
     p.setFont(axisFont);
@@ -127,7 +127,7 @@ QImage DrawChart(const std::vector<LmsRow>& all, const ChartSpec& spec) {
         p.drawText(QRectF(plot.left() - 100, y(v) - 10, 90, 20), Qt::AlignRight | Qt::AlignVCenter,
                    QString::number(v));
     }
-    for (int month = 0; month <= spec.lastMonth; ++month) {
+    for (int month = 0; month <= layout.lastMonth; ++month) {
         const bool year = month % 12 == 0;
         p.setPen(QPen(year ? QColor(150, 150, 150) : QColor(230, 230, 230), year ? 2 : 1));
         p.drawLine(QPointF(x(month), plot.top()), QPointF(x(month), plot.bottom()));
@@ -145,7 +145,7 @@ QImage DrawChart(const std::vector<LmsRow>& all, const ChartSpec& spec) {
     p.save();
     p.translate(24, plot.center().y());
     p.rotate(-90);
-    p.drawText(QRectF(-200, -12, 400, 24), Qt::AlignCenter, spec.unit);
+    p.drawText(QRectF(-200, -12, 400, 24), Qt::AlignCenter, layout.unit);
     p.restore();
 
     for (const double z : Curves) {
@@ -197,8 +197,8 @@ std::vector<DeliveredChart> DeliveredCharts() {
             const QString data = QString::fromLatin1(standard.data);
             out.push_back(
                 {data + u".csv"_s, u"%1_%2.jpg"_s.arg(data, who.toLower()),
-                 ChartSpec{u"%1 %2, %3 (WHO)"_s.arg(QString::fromUtf8(standard.indicator), who, span),
-                           QString::fromUtf8(standard.unit), sex, standard.lastMonth}});
+                 ChartLayout{u"%1 %2, %3 (WHO)"_s.arg(QString::fromUtf8(standard.indicator), who, span),
+                             QString::fromUtf8(standard.unit), sex, standard.lastMonth}});
         }
     }
     return out;
@@ -214,7 +214,7 @@ bool DrawDeliveredCharts(const QString& growthDir, const QString& chartFolder, Q
         if (!rows)
             return false;
         const QString file = QDir(chartFolder).filePath(chart.fileName);
-        if (!DrawChart(*rows, chart.spec).save(file, "JPG", 90)) {
+        if (!DrawChart(*rows, chart.layout).save(file, "JPG", 90)) {
             *error = file + u": the chart can not be written"_s;
             return false;
         }

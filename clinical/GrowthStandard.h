@@ -29,20 +29,20 @@ double ValueAt(const LmsRow& row, double z);
 // A chart of one standard for one sex: the curves at -3, -2, 0, +2 and +3 standard deviations over the
 // months, with the grid, the axes' figures and the title. A change of kind within the months (length to
 // height at two years) breaks the curves there.
-struct ChartSpec {
+struct ChartLayout {
     QString title;
     QString unit;
     QChar sex;
     int lastMonth = 60;
 };
-QImage DrawChart(const std::vector<LmsRow>& rows, const ChartSpec& spec);
+QImage DrawChart(const std::vector<LmsRow>& rows, const ChartLayout& layout);
 
 // The charts the program folder holds: each standard for boys and girls, named as the GrowthCharts rows
 // name them.
 struct DeliveredChart {
     QString dataFile; // below the growth data folder
     QString fileName; // below the chart folder
-    ChartSpec spec;
+    ChartLayout layout;
 };
 std::vector<DeliveredChart> DeliveredCharts();
 
