@@ -6,7 +6,8 @@
 #include <QFont>
 #include <QLinearGradient>
 #include <QPainter>
-#include <QStringList>
+#include <QSqlError>
+#include <QSqlQuery>
 
 using namespace Qt::StringLiterals;
 
@@ -34,33 +35,6 @@ bool copyMissing(const QString& from, const QString& to, QString* error) {
     return true;
 }
 
-// The TopicName and HeaderImg of each row of the HotTopics data file.
-bool topicHeaders(const QString& path, QList<std::pair<QString, QString>>* out, QString* error) {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
-        return fail(error, path + u": "_s + file.errorString());
-    int title = -1;
-    int image = -1;
-    for (int lineNo = 1; !file.atEnd(); ++lineNo) {
-        const QString line = QString::fromUtf8(file.readLine()).trimmed();
-        if (line.isEmpty() || (title < 0 && line.startsWith(u'#')))
-            continue;
-        const QStringList fields = line.split(u'\t');
-        if (title < 0) {
-            title = fields.indexOf(u"TopicName"_s);
-            image = fields.indexOf(u"HeaderImg"_s);
-            if (title < 0 || image < 0)
-                return fail(
-                    error, u"%1:%2: the columns TopicName and HeaderImg are missing"_s.arg(path).arg(lineNo));
-            continue;
-        }
-        if (fields.size() <= std::max(title, image))
-            return fail(error, u"%1:%2: too few fields"_s.arg(path).arg(lineNo));
-        out->append({fields.at(title), fields.at(image)});
-    }
-    return true;
-}
-
 } // namespace
 
 QImage DrawTopicHeader(const QString& title) {
@@ -80,17 +54,22 @@ QImage DrawTopicHeader(const QString& title) {
     return image;
 }
 
-bool InstallDocuments(const QString& dataDir, const QString& programDir, QString* error) {
+bool InstallDocuments(const QString& dataDir, const QString& programDir, const QSqlDatabase& delivered,
+                      QString* error) {
     const QDir data(dataDir);
     const QString handOuts = QDir(programDir).filePath(u"Bin$01.001"_s);
     const QString topics = QDir(handOuts).filePath(u"HtpBin$1.001"_s);
     if (!copyMissing(data.filePath(u"documents/handouts"_s), handOuts, error) ||
         !copyMissing(data.filePath(u"documents/topics"_s), topics, error))
         return false;
-    QList<std::pair<QString, QString>> headers;
-    if (!topicHeaders(data.filePath(u"HotTopics.tsv"_s), &headers, error))
-        return false;
-    for (const auto& [title, image] : headers) {
+    QSqlQuery query(delivered);
+    if (!query.exec(u"SELECT TopicName, HeaderImg FROM HotTopics ORDER BY MenuName"_s))
+        return fail(error, u"HotTopics: "_s + query.lastError().text());
+    while (query.next()) {
+        const QString title = query.value(0).toString();
+        const QString image = query.value(1).toString().trimmed();
+        if (image.isEmpty())
+            return fail(error, u"HotTopics: the topic \"%1\" names no header picture"_s.arg(title));
         const QString target = QDir(topics).filePath(image);
         if (QFileInfo::exists(target))
             continue;
